@@ -1,0 +1,468 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="en">
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>This folder is no card of a drive recorder.</source>
+        <translation>This folder is no card of a drive recorder.</translation>
+    </message>
+    <message>
+        <source>%1 recordings, %2 pictures</source>
+        <translation>%1 recordings, %2 pictures</translation>
+    </message>
+    <message>
+        <source>no position</source>
+        <translation>no position</translation>
+    </message>
+    <message>
+        <source>Trip</source>
+        <translation>Trip</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Picture groups</source>
+        <translation>Picture groups</translation>
+    </message>
+    <message>
+        <source>Fixes</source>
+        <translation>Fixes</translation>
+    </message>
+    <message>
+        <source>%1, %2 of them valid</source>
+        <translation>%1, %2 of them valid</translation>
+    </message>
+    <message>
+        <source>G samples</source>
+        <translation>G samples</translation>
+    </message>
+    <message>
+        <source>Warnings</source>
+        <translation>Warnings</translation>
+    </message>
+    <message>
+        <source>Highest speed</source>
+        <translation>Highest speed</translation>
+    </message>
+    <message>
+        <source>Largest G</source>
+        <translation>Largest G</translation>
+    </message>
+</context>
+<context>
+    <name>Keys</name>
+    <message>
+        <source>EVENT RECORD</source>
+        <translation>Event recording</translation>
+    </message>
+    <message>
+        <source>MANUAL RECORD</source>
+        <translation>Manual recording</translation>
+    </message>
+    <message>
+        <source>PARKING RECORD</source>
+        <translation>Parking recording</translation>
+    </message>
+    <message>
+        <source>The video player couldn&apos;t be started.</source>
+        <translation>The video player couldn&apos;t be started.</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be opened.</source>
+        <translation>The video &quot;%1&quot; can&apos;t be opened.</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be decoded.</source>
+        <translation>The video &quot;%1&quot; can&apos;t be decoded.</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; holds no video.</source>
+        <translation>&quot;%1&quot; holds no video.</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be read any further.</source>
+        <translation>The video &quot;%1&quot; can&apos;t be read any further.</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; holds no picture.</source>
+        <translation>The video &quot;%1&quot; holds no picture.</translation>
+    </message>
+    <message>
+        <source>発進遅れ</source>
+        <translation>Start delay</translation>
+    </message>
+    <message>
+        <source>左車線注意</source>
+        <translation>Lane departure</translation>
+    </message>
+    <message>
+        <source>前方衝突注意</source>
+        <translation>Forward collision</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_NORMAL</source>
+        <translation>Normal</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_EVENT</source>
+        <translation>Event</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_MANUAL</source>
+        <translation>Manual</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_PARKING</source>
+        <translation>Parking</translation>
+    </message>
+    <message>
+        <source>発進遅れ,</source>
+        <translation>Start delay,</translation>
+    </message>
+    <message>
+        <source>左車線注意,</source>
+        <translation>Lane departure left,</translation>
+    </message>
+    <message>
+        <source>右車線注意,</source>
+        <translation>Lane departure right,</translation>
+    </message>
+    <message>
+        <source>衝突注意,</source>
+        <translation>Forward collision,</translation>
+    </message>
+    <message>
+        <source>長時間走行注意,</source>
+        <translation>Long drive,</translation>
+    </message>
+    <message>
+        <source>ふらつき注意,</source>
+        <translation>Weaving,</translation>
+    </message>
+    <message>
+        <source>急加速注意,</source>
+        <translation>Rapid acceleration,</translation>
+    </message>
+    <message>
+        <source>急減速注意,</source>
+        <translation>Rapid deceleration,</translation>
+    </message>
+    <message>
+        <source>逆走,</source>
+        <translation>Wrong-way driving,</translation>
+    </message>
+    <message>
+        <source>一時停止注意,</source>
+        <translation>Stop sign,</translation>
+    </message>
+    <message>
+        <source>歩行者衝突注意,</source>
+        <translation>Pedestrian collision,</translation>
+    </message>
+    <message>
+        <source>急ハンドル注意,</source>
+        <translation>Abrupt steering,</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CardApplication</name>
+    <message>
+        <source>Open Card</source>
+        <translation>Open Card</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>There is no such folder.</translation>
+    </message>
+    <message>
+        <source>It is a file. Choose the folder that holds the recordings&apos; folders.</source>
+        <translation>It is a file. Choose the folder that holds the recordings&apos; folders.</translation>
+    </message>
+    <message>
+        <source>It holds none of the folders that a recorder makes: NORMAL, EVENT, MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.</source>
+        <translation>It holds none of the folders that a recorder makes: NORMAL, EVENT, MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.</translation>
+    </message>
+    <message>
+        <source>No card</source>
+        <translation>No card</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be opened as a card.</source>
+        <translation>“%1” can&apos;t be opened as a card.</translation>
+    </message>
+    <message>
+        <source>&amp;Clear List</source>
+        <translation>&amp;Clear List</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CardChip</name>
+    <message>
+        <source>%1 free</source>
+        <translation>%1 free</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::LibraryPanel</name>
+    <message>
+        <source>Recordings</source>
+        <translation>Recordings</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>Events</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>Pictures</translation>
+    </message>
+    <message>
+        <source>This card holds no recordings.</source>
+        <translation>This card holds no recordings.</translation>
+    </message>
+    <message>
+        <source>No event, manual or parking recordings on this card.</source>
+        <translation>No event, manual or parking recordings on this card.</translation>
+    </message>
+    <message>
+        <source>This card holds no pictures.</source>
+        <translation>This card holds no pictures.</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a tab&apos;s name and how many rows it has</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MainWindow</name>
+    <message>
+        <source>Open a recorder&apos;s memory card</source>
+        <translation>Open a recorder&apos;s memory card</translation>
+    </message>
+    <message>
+        <source>Choose the card or a folder copied from one, or drop it here.</source>
+        <translation>Choose the card or a folder copied from one, or drop it here.</translation>
+    </message>
+    <message>
+        <source>Open card…</source>
+        <translation>Open card…</translation>
+    </message>
+    <message>
+        <source>Open a card (Ctrl+O)</source>
+        <translation>Open a card (Ctrl+O)</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>Front</translation>
+    </message>
+    <message>
+        <source>Rear</source>
+        <translation>Rear</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>&amp;File</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>&amp;Open…</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>Open &amp;Recent</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>&amp;Close Window</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>&amp;Quit</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>&amp;View</translation>
+    </message>
+    <message>
+        <source>&amp;Playback</source>
+        <translation>&amp;Playback</translation>
+    </message>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>&amp;Play or Pause</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Recording</source>
+        <translation>Pre&amp;vious Recording</translation>
+    </message>
+    <message>
+        <source>&amp;Next Recording</source>
+        <translation>&amp;Next Recording</translation>
+    </message>
+    <message>
+        <source>&amp;Mute</source>
+        <translation>&amp;Mute</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>&amp;Help</translation>
+    </message>
+    <message>
+        <source>&amp;About Cardreel</source>
+        <translation>&amp;About Cardreel</translation>
+    </message>
+    <message>
+        <source>About Cardreel</source>
+        <translation>About Cardreel</translation>
+    </message>
+    <message>
+        <source>Cardreel %1
+Reviews the memory cards of vehicle drive recorders.</source>
+        <translation>Cardreel %1
+Reviews the memory cards of vehicle drive recorders.</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>&amp;Appearance</translation>
+    </message>
+    <message>
+        <source>As the &amp;Desktop</source>
+        <translation>As the &amp;Desktop</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>&amp;Dark</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>&amp;Light</translation>
+    </message>
+    <message>
+        <source>%1 – Cardreel</source>
+        <translation>%1 – Cardreel</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n recording(s)</source>
+        <translation>
+            <numerusform>%n recording</numerusform>
+            <numerusform>%n recordings</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>There is nothing to play on this card.</source>
+        <translation>There is nothing to play on this card.</translation>
+    </message>
+    <message>
+        <source>This recording has no rear video.</source>
+        <translation>This recording has no rear video.</translation>
+    </message>
+    <message>
+        <source>This picture carries no position.</source>
+        <translation>This picture carries no position.</translation>
+    </message>
+    <message>
+        <source>Reading telemetry…</source>
+        <translation>Reading telemetry…</translation>
+    </message>
+    <message>
+        <source>No GPS position at this moment.</source>
+        <translation>No GPS position at this moment.</translation>
+    </message>
+    <message>
+        <source>Reading telemetry %1 of %2</source>
+        <translation>Reading telemetry %1 of %2</translation>
+    </message>
+    <message>
+        <source>The card has been removed. Put it back and open it again to go on.</source>
+        <translation>The card has been removed. Put it back and open it again to go on.</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PictureListModel</name>
+    <message>
+        <source>%1  ·  with position</source>
+        <translation>%1  ·  with position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PositionSlider</name>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+    <message>
+        <source>Position (Left and Right: one second)</source>
+        <translation>Position (Left and Right: one second)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ReadoutBar</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>speed and its unit</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>Time of day</source>
+        <translation>Time of day</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>Speed</translation>
+    </message>
+    <message>
+        <source>Heading</source>
+        <translation>Heading</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>Position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::RecordingListModel</name>
+    <message>
+        <source>front</source>
+        <translation>front</translation>
+    </message>
+    <message>
+        <source>front, rear</source>
+        <translation>front, rear</translation>
+    </message>
+    <message>
+        <source>%1  ·  %2</source>
+        <comment>size and cameras of a recording</comment>
+        <translation>%1  ·  %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::TransportBar</name>
+    <message>
+        <source>Previous recording (Page Up)</source>
+        <translation>Previous recording (Page Up)</translation>
+    </message>
+    <message>
+        <source>Play or pause (Space)</source>
+        <translation>Play or pause (Space)</translation>
+    </message>
+    <message>
+        <source>Next recording (Page Down)</source>
+        <translation>Next recording (Page Down)</translation>
+    </message>
+    <message>
+        <source>Mute (M)</source>
+        <translation>Mute (M)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::VideoPane</name>
+    <message>
+        <source>This picture can&apos;t be read: %1</source>
+        <translation>This picture can&apos;t be read: %1</translation>
+    </message>
+</context>
+</TS>

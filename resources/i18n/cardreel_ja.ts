@@ -1,0 +1,467 @@
+<?xml version="1.0" encoding="utf-8"?>
+<!DOCTYPE TS>
+<TS version="2.1" language="ja">
+<context>
+    <name>CommandLine</name>
+    <message>
+        <source>This folder is no card of a drive recorder.</source>
+        <translation>このフォルダーはドライブレコーダーのカードではありません。</translation>
+    </message>
+    <message>
+        <source>%1 recordings, %2 pictures</source>
+        <translation>録画%1件、静止画%2件</translation>
+    </message>
+    <message>
+        <source>no position</source>
+        <translation>測位なし</translation>
+    </message>
+    <message>
+        <source>Trip</source>
+        <translation>トリップ</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>バージョン</translation>
+    </message>
+    <message>
+        <source>Picture groups</source>
+        <translation>GOP数</translation>
+    </message>
+    <message>
+        <source>Fixes</source>
+        <translation>測位数</translation>
+    </message>
+    <message>
+        <source>%1, %2 of them valid</source>
+        <translation>%1（うち有効%2）</translation>
+    </message>
+    <message>
+        <source>G samples</source>
+        <translation>Gサンプル数</translation>
+    </message>
+    <message>
+        <source>Warnings</source>
+        <translation>警告数</translation>
+    </message>
+    <message>
+        <source>Highest speed</source>
+        <translation>最高速度</translation>
+    </message>
+    <message>
+        <source>Largest G</source>
+        <translation>最大G</translation>
+    </message>
+</context>
+<context>
+    <name>Keys</name>
+    <message>
+        <source>EVENT RECORD</source>
+        <translation>イベント記録</translation>
+    </message>
+    <message>
+        <source>MANUAL RECORD</source>
+        <translation>手動記録</translation>
+    </message>
+    <message>
+        <source>PARKING RECORD</source>
+        <translation>駐車記録</translation>
+    </message>
+    <message>
+        <source>The video player couldn&apos;t be started.</source>
+        <translation>映像プレーヤーを起動できませんでした。</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be opened.</source>
+        <translation>映像「%1」を開けません。</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be decoded.</source>
+        <translation>映像「%1」を復号できません。</translation>
+    </message>
+    <message>
+        <source>&quot;%1&quot; holds no video.</source>
+        <translation>「%1」には映像がありません。</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; can&apos;t be read any further.</source>
+        <translation>映像「%1」の続きを読み込めません。</translation>
+    </message>
+    <message>
+        <source>The video &quot;%1&quot; holds no picture.</source>
+        <translation>映像「%1」には画像がありません。</translation>
+    </message>
+    <message>
+        <source>発進遅れ</source>
+        <translation>発進遅れ</translation>
+    </message>
+    <message>
+        <source>左車線注意</source>
+        <translation>左車線注意</translation>
+    </message>
+    <message>
+        <source>前方衝突注意</source>
+        <translation>前方衝突注意</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_NORMAL</source>
+        <translation>通常</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_EVENT</source>
+        <translation>イベント</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_MANUAL</source>
+        <translation>手動</translation>
+    </message>
+    <message>
+        <source>EVENTNAME_PARKING</source>
+        <translation>駐車</translation>
+    </message>
+    <message>
+        <source>発進遅れ,</source>
+        <translation>発進遅れ,</translation>
+    </message>
+    <message>
+        <source>左車線注意,</source>
+        <translation>左車線注意,</translation>
+    </message>
+    <message>
+        <source>右車線注意,</source>
+        <translation>右車線注意,</translation>
+    </message>
+    <message>
+        <source>衝突注意,</source>
+        <translation>衝突注意,</translation>
+    </message>
+    <message>
+        <source>長時間走行注意,</source>
+        <translation>長時間走行注意,</translation>
+    </message>
+    <message>
+        <source>ふらつき注意,</source>
+        <translation>ふらつき注意,</translation>
+    </message>
+    <message>
+        <source>急加速注意,</source>
+        <translation>急加速注意,</translation>
+    </message>
+    <message>
+        <source>急減速注意,</source>
+        <translation>急減速注意,</translation>
+    </message>
+    <message>
+        <source>逆走,</source>
+        <translation>逆走,</translation>
+    </message>
+    <message>
+        <source>一時停止注意,</source>
+        <translation>一時停止注意,</translation>
+    </message>
+    <message>
+        <source>歩行者衝突注意,</source>
+        <translation>歩行者衝突注意,</translation>
+    </message>
+    <message>
+        <source>急ハンドル注意,</source>
+        <translation>急ハンドル注意,</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CardApplication</name>
+    <message>
+        <source>Open Card</source>
+        <translation>カードを開く</translation>
+    </message>
+    <message>
+        <source>There is no such folder.</source>
+        <translation>このフォルダーはありません。</translation>
+    </message>
+    <message>
+        <source>It is a file. Choose the folder that holds the recordings&apos; folders.</source>
+        <translation>これはファイルです。録画のフォルダーが入っているフォルダーを選んでください。</translation>
+    </message>
+    <message>
+        <source>It holds none of the folders that a recorder makes: NORMAL, EVENT, MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.</source>
+        <translation>レコーダーが作るフォルダー（NORMAL、EVENT、MANUAL、PARKING、PICTURE、REAR）がありません。これらが入っているフォルダーを選んでください。</translation>
+    </message>
+    <message>
+        <source>No card</source>
+        <translation>カードではありません</translation>
+    </message>
+    <message>
+        <source>“%1” can&apos;t be opened as a card.</source>
+        <translation>「%1」はカードとして開けません。</translation>
+    </message>
+    <message>
+        <source>&amp;Clear List</source>
+        <translation>一覧を消去(&amp;C)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CardChip</name>
+    <message>
+        <source>%1 free</source>
+        <translation>空き %1</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::LibraryPanel</name>
+    <message>
+        <source>Recordings</source>
+        <translation>録画</translation>
+    </message>
+    <message>
+        <source>Events</source>
+        <translation>イベント</translation>
+    </message>
+    <message>
+        <source>Pictures</source>
+        <translation>静止画</translation>
+    </message>
+    <message>
+        <source>This card holds no recordings.</source>
+        <translation>このカードには録画がありません。</translation>
+    </message>
+    <message>
+        <source>No event, manual or parking recordings on this card.</source>
+        <translation>このカードにはイベント・手動・駐車の録画がありません。</translation>
+    </message>
+    <message>
+        <source>This card holds no pictures.</source>
+        <translation>このカードには静止画がありません。</translation>
+    </message>
+    <message>
+        <source>%1 %2</source>
+        <comment>a tab&apos;s name and how many rows it has</comment>
+        <translation>%1 %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MainWindow</name>
+    <message>
+        <source>Open a recorder&apos;s memory card</source>
+        <translation>ドライブレコーダーのカードを開く</translation>
+    </message>
+    <message>
+        <source>Choose the card or a folder copied from one, or drop it here.</source>
+        <translation>カード、またはカードからコピーしたフォルダーを選ぶか、ここにドロップしてください。</translation>
+    </message>
+    <message>
+        <source>Open card…</source>
+        <translation>カードを開く…</translation>
+    </message>
+    <message>
+        <source>Open a card (Ctrl+O)</source>
+        <translation>カードを開く (Ctrl+O)</translation>
+    </message>
+    <message>
+        <source>Front</source>
+        <translation>前</translation>
+    </message>
+    <message>
+        <source>Rear</source>
+        <translation>後</translation>
+    </message>
+    <message>
+        <source>&amp;File</source>
+        <translation>ファイル(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Open…</source>
+        <translation>開く(&amp;O)…</translation>
+    </message>
+    <message>
+        <source>Open &amp;Recent</source>
+        <translation>最近使ったカード(&amp;R)</translation>
+    </message>
+    <message>
+        <source>&amp;Close Window</source>
+        <translation>ウインドウを閉じる(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Quit</source>
+        <translation>終了(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;View</source>
+        <translation>表示(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Playback</source>
+        <translation>再生(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>再生／一時停止(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Recording</source>
+        <translation>前の録画(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Recording</source>
+        <translation>次の録画(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Mute</source>
+        <translation>消音(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Help</source>
+        <translation>ヘルプ(&amp;H)</translation>
+    </message>
+    <message>
+        <source>&amp;About Cardreel</source>
+        <translation>Cardreelについて(&amp;A)</translation>
+    </message>
+    <message>
+        <source>About Cardreel</source>
+        <translation>Cardreelについて</translation>
+    </message>
+    <message>
+        <source>Cardreel %1
+Reviews the memory cards of vehicle drive recorders.</source>
+        <translation>Cardreel %1
+ドライブレコーダーのメモリーカードを再生・確認します。</translation>
+    </message>
+    <message>
+        <source>&amp;Appearance</source>
+        <translation>外観(&amp;A)</translation>
+    </message>
+    <message>
+        <source>As the &amp;Desktop</source>
+        <translation>デスクトップに合わせる(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Dark</source>
+        <translation>ダーク(&amp;D)</translation>
+    </message>
+    <message>
+        <source>&amp;Light</source>
+        <translation>ライト(&amp;L)</translation>
+    </message>
+    <message>
+        <source>%1 – Cardreel</source>
+        <translation>%1 – Cardreel</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n recording(s)</source>
+        <translation>
+            <numerusform>録画%n件</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>There is nothing to play on this card.</source>
+        <translation>このカードには再生できるものがありません。</translation>
+    </message>
+    <message>
+        <source>This recording has no rear video.</source>
+        <translation>この録画には後方の映像がありません。</translation>
+    </message>
+    <message>
+        <source>This picture carries no position.</source>
+        <translation>この静止画には位置情報がありません。</translation>
+    </message>
+    <message>
+        <source>Reading telemetry…</source>
+        <translation>走行データを読み込み中…</translation>
+    </message>
+    <message>
+        <source>No GPS position at this moment.</source>
+        <translation>この時点のGPS位置はありません。</translation>
+    </message>
+    <message>
+        <source>Reading telemetry %1 of %2</source>
+        <translation>走行データを読み込み中 %1／%2</translation>
+    </message>
+    <message>
+        <source>The card has been removed. Put it back and open it again to go on.</source>
+        <translation>カードが取り外されました。もう一度挿入して開き直してください。</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PictureListModel</name>
+    <message>
+        <source>%1  ·  with position</source>
+        <translation>%1  ·  位置情報あり</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PositionSlider</name>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+    <message>
+        <source>Position (Left and Right: one second)</source>
+        <translation>再生位置（左右キー：1秒）</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ReadoutBar</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>speed and its unit</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>Time of day</source>
+        <translation>時刻</translation>
+    </message>
+    <message>
+        <source>Speed</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>Heading</source>
+        <translation>方位</translation>
+    </message>
+    <message>
+        <source>Position</source>
+        <translation>位置</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::RecordingListModel</name>
+    <message>
+        <source>front</source>
+        <translation>前</translation>
+    </message>
+    <message>
+        <source>front, rear</source>
+        <translation>前・後</translation>
+    </message>
+    <message>
+        <source>%1  ·  %2</source>
+        <comment>size and cameras of a recording</comment>
+        <translation>%1  ·  %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::TransportBar</name>
+    <message>
+        <source>Previous recording (Page Up)</source>
+        <translation>前の録画 (Page Up)</translation>
+    </message>
+    <message>
+        <source>Play or pause (Space)</source>
+        <translation>再生／一時停止 (Space)</translation>
+    </message>
+    <message>
+        <source>Next recording (Page Down)</source>
+        <translation>次の録画 (Page Down)</translation>
+    </message>
+    <message>
+        <source>Mute (M)</source>
+        <translation>消音 (M)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::VideoPane</name>
+    <message>
+        <source>This picture can&apos;t be read: %1</source>
+        <translation>この静止画を読み込めません：%1</translation>
+    </message>
+</context>
+</TS>
