@@ -25,6 +25,11 @@ if(CARDREEL_SANITIZER)
     target_link_options(cardreel_flags INTERFACE -fsanitize=${CARDREEL_SANITIZER})
 endif()
 
+if(CARDREEL_FUZZERS)
+    # Coverage of everything, so that a fuzzer sees where its inputs lead.
+    target_compile_options(cardreel_flags INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # One floor of the house: a static library named as its folder.
 #   cardreel_library(media SOURCES DCFInfo.cpp ... LINKS telemetry Qt6::Core)
 function(cardreel_library name)

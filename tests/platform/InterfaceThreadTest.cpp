@@ -30,7 +30,7 @@ void InterfaceThreadTest::runsThereAndWaits()
         bool all = true;
         for (int i = 1; i <= 100; ++i) {
             all = InterfaceThread::callAndWait([&] {
-                      wrongThread = wrongThread || QThread::currentThread() != qApp->thread();
+                      wrongThread = wrongThread || QThread::currentThread() != QCoreApplication::instance()->thread();
                       sum += i;
                   }) &&
                   all;

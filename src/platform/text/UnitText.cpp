@@ -1,5 +1,6 @@
 #include "platform/text/UnitText.h"
 
+#include <unicode/locid.h>
 #include <unicode/measunit.h>
 #include <unicode/numberformatter.h>
 
@@ -7,19 +8,38 @@
 
 namespace cardreel {
 
+namespace {
+
+struct Unit
+{
+    double bytes;
+    icu::number::LocalizedNumberFormatter format;
+};
+
+std::array<Unit, 5> unitsIn(const icu::Locale& locale)
+{
+    const auto made = [&](double bytes, const icu::MeasureUnit& unit, int decimals) {
+        return Unit{bytes, icu::number::NumberFormatter::withLocale(locale)
+                               .unit(unit)
+                               .unitWidth(UNUM_UNIT_WIDTH_SHORT)
+                               .precision(icu::number::Precision::fixedFraction(decimals))};
+    };
+    return {made(1, icu::MeasureUnit::getByte(), 0), made(1e3, icu::MeasureUnit::getKilobyte(), 1),
+            made(1e6, icu::MeasureUnit::getMegabyte(), 1), made(1e9, icu::MeasureUnit::getGigabyte(), 1),
+            made(1e12, icu::MeasureUnit::getTerabyte(), 1)};
+}
+
+} // namespace
+
 QString dataSizeText(quint64 bytes)
 {
-    struct Unit
-    {
-        double bytes;
-        icu::MeasureUnit unit;
-        int decimals;
-    };
-    static const std::array<Unit, 5> units = {{{1, icu::MeasureUnit::getByte(), 0},
-                                               {1e3, icu::MeasureUnit::getKilobyte(), 1},
-                                               {1e6, icu::MeasureUnit::getMegabyte(), 1},
-                                               {1e9, icu::MeasureUnit::getGigabyte(), 1},
-                                               {1e12, icu::MeasureUnit::getTerabyte(), 1}}};
+    // Reading a unit's names from the locale's data costs fifty times as much as using them.
+    thread_local icu::Locale locale = icu::Locale::getDefault();
+    thread_local std::array<Unit, 5> units = unitsIn(locale);
+    if (locale != icu::Locale::getDefault()) {
+        locale = icu::Locale::getDefault();
+        units = unitsIn(locale);
+    }
     const auto value = static_cast<double>(bytes);
     size_t fitting = 0;
     while (fitting + 1 < units.size() && value >= units[fitting + 1].bytes)
@@ -27,12 +47,7 @@ QString dataSizeText(quint64 bytes)
     const Unit& unit = units[fitting];
 
     UErrorCode error = U_ZERO_ERROR;
-    const icu::UnicodeString text = icu::number::NumberFormatter::withLocale(icu::Locale::getDefault())
-                                        .unit(unit.unit)
-                                        .unitWidth(UNUM_UNIT_WIDTH_SHORT)
-                                        .precision(icu::number::Precision::fixedFraction(unit.decimals))
-                                        .formatDouble(value / unit.bytes, error)
-                                        .toString(error);
+    const icu::UnicodeString text = unit.format.formatDouble(value / unit.bytes, error).toString(error);
     return QString(reinterpret_cast<const QChar*>(text.getBuffer()), text.length());
 }
 

@@ -1,0 +1,404 @@
+#include "platform/video/VideoPlayer.h"
+
+#include "SampleVideos.h"
+
+#include <QFile>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <memory>
+
+namespace cardreel {
+
+using namespace Qt::StringLiterals;
+using Status = VideoPlayer::Status;
+
+namespace {
+
+// Sanitized builds decode many times slower; a failure is the only thing that takes this long.
+constexpr int patienceMs = 20'000;
+
+std::unique_ptr<VideoPlayer> makePlayer()
+{
+    auto player = std::make_unique<VideoPlayer>(VideoPlayer::AudioOutput::None);
+    player->setRenderSize(QSize(320, 180));
+    return player;
+}
+
+} // namespace
+
+#define WAIT_FOR(expression) QTRY_VERIFY_WITH_TIMEOUT(expression, patienceMs)
+#define WAIT_FOR_FRAME(number)                                                                                         \
+    QTRY_COMPARE_WITH_TIMEOUT(video.numberIn(player->currentFrame()).value_or(-1), number, patienceMs)
+
+class VideoPlayerTest : public QObject
+{
+    Q_OBJECT
+
+    SampleVideos m_samples;
+
+private Q_SLOTS:
+    void initTestCase() { QVERIFY(!m_samples.good("sound").path.isEmpty()); }
+    void cleanupTestCase() { VideoPlayer::waitForShutdown(); }
+
+    void failsClearly_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        QTest::addColumn<QString>("reason");
+        QTest::newRow("missing") << QByteArray("missing") << u"opened"_s;
+        QTest::newRow("empty") << QByteArray("empty") << u"opened"_s;
+        QTest::newRow("text") << QByteArray("text") << u"opened"_s;
+        QTest::newRow("no moov") << QByteArray("no-moov") << u"opened"_s;
+        QTest::newRow("playlist") << QByteArray("playlist") << u"opened"_s;
+        QTest::newRow("folder") << QByteArray("folder") << u"opened"_s;
+        QTest::newRow("pipe") << QByteArray("pipe") << u"opened"_s;
+        QTest::newRow("audio only") << QByteArray("audio-only") << u"no video"_s;
+        QTest::newRow("header only") << QByteArray("header-only") << u"decoded"_s;
+        QTest::newRow("garbage") << QByteArray("garbage") << u"decoded"_s;
+    }
+    void failsClearly()
+    {
+        QFETCH(QByteArray, kind);
+        QFETCH(QString, reason);
+        const QString path = m_samples.bad(kind);
+        QVERIFY(!path.isEmpty());
+        const auto player = makePlayer();
+        QSignalSpy failures(player.get(), &VideoPlayer::failed);
+        player->open(path);
+        QCOMPARE(player->status(), Status::Loading);
+        player->play();
+        WAIT_FOR(player->status() == Status::Failed);
+        QCOMPARE(failures.count(), 1);
+        QVERIFY2(player->errorText().contains(reason), qPrintable(player->errorText()));
+        QVERIFY2(player->errorText().contains(u"bad-"_s + QString::fromLatin1(kind)), qPrintable(player->errorText()));
+        QVERIFY(player->currentFrame().isNull());
+        QVERIFY(!player->isPlaying());
+
+        // A pane is used for the next file after a bad one.
+        const SampleVideo& video = m_samples.good("h264");
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        QCOMPARE(player->errorText(), QString());
+    }
+
+    void opensPausedOnTheFirstFrame()
+    {
+        const SampleVideo& video = m_samples.good("sound");
+        const auto player = makePlayer();
+        QSignalSpy statuses(player.get(), &VideoPlayer::statusChanged);
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        QCOMPARE(player->status(), Status::Ready);
+        QCOMPARE(statuses.count(), 2);
+        QVERIFY(!player->isPlaying());
+        QCOMPARE(player->position(), 0.0);
+        WAIT_FOR(std::abs(player->duration() - video.duration) < 0.05);
+        player->stop();
+        QCOMPARE(player->status(), Status::Unknown);
+        QVERIFY(player->currentFrame().isNull());
+        QCOMPARE(player->duration(), 0.0);
+    }
+
+    void seeksToTheFrameThatContainsTheTime_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        for (const QByteArray& kind : SampleVideos::kinds())
+            QTest::newRow(kind.constData()) << kind;
+    }
+    void seeksToTheFrameThatContainsTheTime()
+    {
+        QFETCH(QByteArray, kind);
+        const SampleVideo& video = m_samples.good(kind);
+        QVERIFY(!video.path.isEmpty());
+        const auto player = makePlayer();
+        if (video.rotation % 180 != 0)
+            player->setRenderSize(QSize(180, 320));
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
+        int seeks = 0;
+        // Starts, middles and ends of frames; around key frames (29, 30, 59…) and the pauses of a variable rate (9,
+        // 10…).
+        for (const int frame : {50, 29, 30, 31, 9, 10, 60, 59, 58, 1, 99, 2, 98, 45, 0, 77, 28, 89, 90, 91}) {
+            const auto index = static_cast<std::size_t>(frame);
+            const double start = video.starts[index];
+            const double end = index + 1 < video.starts.size() ? video.starts[index + 1] : video.duration;
+            const double times[] = {start + 0.002, (start + end) / 2, end - 0.002};
+            player->seek(times[seeks % 3]);
+            QVERIFY(player->isSeeking());
+            ++seeks;
+            WAIT_FOR(finished.count() == seeks);
+            WAIT_FOR_FRAME(frame);
+            QVERIFY2(std::abs(player->position() - start) < 0.002,
+                     qPrintable(u"%1 instead of %2"_s.arg(player->position()).arg(start)));
+        }
+    }
+
+    void seeksWithinTheFileOnly()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        const auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        player->seek(1000);
+        WAIT_FOR_FRAME(99);
+        player->seek(-5);
+        WAIT_FOR_FRAME(0);
+        player->seek(qQNaN());
+        QVERIFY(!player->isSeeking());
+    }
+
+    void seeksToKeyFrames()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        const auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        player->seek(1.6, VideoPlayer::SeekMode::Keyframe);
+        WAIT_FOR(!player->isSeeking());
+        WAIT_FOR_FRAME(30);
+    }
+
+    void scrubbingEndsOnTheNewestPosition()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        const auto player = makePlayer();
+        QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
+        player->open(video.path);
+        // The first of them come while the file still loads.
+        for (int i = 0; i < 300; ++i) {
+            player->seek(i % 97 * 0.033);
+            if (i % 10 == 0)
+                QCoreApplication::processEvents();
+        }
+        player->seek(2.05);
+        WAIT_FOR(player->status() == Status::Ready && !player->isSeeking());
+        WAIT_FOR_FRAME(61);
+        QVERIFY2(finished.count() < 100, qPrintable(QString::number(finished.count())));
+    }
+
+    void stepsByFrames()
+    {
+        const SampleVideo& video = m_samples.good("variable");
+        const auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        player->seek(video.starts[28] + 0.01);
+        WAIT_FOR_FRAME(28);
+        for (const int frame : {29, 30, 31}) {
+            player->stepFrame();
+            WAIT_FOR_FRAME(frame);
+            WAIT_FOR(std::abs(player->position() - video.starts[static_cast<std::size_t>(frame)]) < 0.002);
+        }
+        for (const int frame : {30, 29, 28}) {
+            player->stepFrame(VideoPlayer::FrameStep::Backward);
+            WAIT_FOR_FRAME(frame);
+            WAIT_FOR(!player->isSeeking());
+        }
+        QVERIFY(!player->isPlaying());
+    }
+
+    void playsToTheEndAndReportsItOnce_data()
+    {
+        QTest::addColumn<bool>("isCut");
+        QTest::newRow("whole") << false;
+        QTest::newRow("cut") << true;
+    }
+    void playsToTheEndAndReportsItOnce()
+    {
+        QFETCH(bool, isCut);
+        const SampleVideo& video = isCut ? m_samples.cut() : m_samples.good("sound");
+        const auto player = makePlayer();
+        QSignalSpy ends(player.get(), &VideoPlayer::endReached);
+        QSignalSpy positions(player.get(), &VideoPlayer::positionChanged);
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        player->seek(0.5);
+        player->play();
+        QVERIFY(player->isPlaying());
+        WAIT_FOR(player->status() == Status::Ended);
+        QCOMPARE(ends.count(), 1);
+        QVERIFY(player->isPlaying());
+        QVERIFY(positions.count() > 5);
+        if (!isCut)
+            WAIT_FOR_FRAME(99);
+
+        // Sought back it plays on from there, and ends once more.
+        player->seek(1.2);
+        WAIT_FOR(ends.count() == 2);
+        player->seek(0.2);
+        player->pause();
+        WAIT_FOR_FRAME(6);
+        WAIT_FOR(player->status() == Status::Ready);
+        QCOMPARE(ends.count(), 2);
+    }
+
+    void pausedAtTheEndNothingIsReported()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        const auto player = makePlayer();
+        QSignalSpy ends(player.get(), &VideoPlayer::endReached);
+        player->open(video.path);
+        player->seek(100);
+        WAIT_FOR_FRAME(99);
+        WAIT_FOR(!player->isSeeking());
+        QCOMPARE(ends.count(), 0);
+    }
+
+    void drawsInTheSizeAskedFor()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        const auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        QCOMPARE(player->currentFrame().format(), QImage::Format_RGB32);
+        // A pane of another shape: black above and below, the picture between them.
+        player->setRenderSize(QSize(641, 501));
+        WAIT_FOR(player->currentFrame().size() == QSize(641, 501));
+        const QImage picture = player->currentFrame();
+        QCOMPARE(picture.pixelColor(320, 10), QColor(Qt::black));
+        QVERIFY(picture.pixelColor(320, 200).lightness() > 60);
+        QCOMPARE(picture.pixelColor(320, 490), QColor(Qt::black));
+        player->setRenderSize(QSize());
+        player->seek(1.01);
+        WAIT_FOR(!player->isSeeking());
+        player->setRenderSize(QSize(320, 180));
+        WAIT_FOR_FRAME(30);
+    }
+
+    void drawsInAnySize_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        QTest::newRow("upright") << QByteArray("h264");
+        QTest::newRow("turned") << QByteArray("rotated90");
+    }
+    void drawsInAnySize()
+    {
+        QFETCH(QByteArray, kind);
+        const SampleVideo& video = m_samples.good(kind);
+        const auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR(player->status() == Status::Ready);
+        // A pane that is being dragged shut goes through all of these.
+        for (const QSize size :
+             {QSize(1, 1), QSize(2, 300), QSize(300, 1), QSize(7, 5), QSize(1921, 3), QSize(333, 777)}) {
+            player->setRenderSize(size);
+            WAIT_FOR(player->currentFrame().size() == size);
+        }
+    }
+
+    void opensOneFileAfterAnother()
+    {
+        const SampleVideo& video = m_samples.good("sound");
+        const auto player = makePlayer();
+        QSignalSpy failures(player.get(), &VideoPlayer::failed);
+        const QStringList others{m_samples.good("hevc").path, m_samples.bad("missing"), m_samples.cut().path,
+                                 m_samples.bad("garbage")};
+        for (int i = 0; i < 40; ++i) {
+            player->open(others[i % others.size()]);
+            player->play();
+            player->seek(i * 0.05);
+            if (i % 3 == 0)
+                QCoreApplication::processEvents();
+        }
+        player->open(video.path);
+        failures.clear();
+        player->seek(1.51);
+        WAIT_FOR_FRAME(45);
+        QCOMPARE(player->status(), Status::Ready);
+        QVERIFY(!player->isPlaying());
+        QCOMPARE(failures.count(), 0);
+    }
+
+    void survivesDamage()
+    {
+        QFile file(m_samples.good("h264").path);
+        QVERIFY(file.open(QIODevice::ReadOnly));
+        const QByteArray whole = file.readAll();
+        const auto player = makePlayer();
+        quint32 noise = 3;
+        int ready = 0;
+        for (int round = 0; round < 30; ++round) {
+            QByteArray bytes = whole;
+            for (int hit = 0; hit < 30; ++hit) {
+                noise = noise * 1664525 + 1013904223;
+                const qsizetype span = hit % 3 != 0 ? bytes.size() : 4000;
+                bytes[bytes.size() - 1 - static_cast<qsizetype>(noise >> 8) % span] = static_cast<char>(noise >> 3);
+            }
+            QFile damaged(m_samples.folder() + u"/damaged-%1.MP4"_s.arg(round));
+            QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write(bytes) == bytes.size());
+            damaged.close();
+            player->open(damaged.fileName());
+            player->seek(2.5);
+            WAIT_FOR(player->status() != Status::Loading && !player->isSeeking());
+            ready += player->status() != Status::Failed ? 1 : 0;
+        }
+        QVERIFY2(ready > 0 && ready < 30, qPrintable(QString::number(ready)));
+    }
+
+    void endsAtAnyMoment_data()
+    {
+        QTest::addColumn<QByteArray>("moment");
+        for (const char* moment : {"idle", "loading", "ready", "seeking", "playing", "failing"})
+            QTest::newRow(moment) << QByteArray(moment);
+    }
+    void endsAtAnyMoment()
+    {
+        QFETCH(QByteArray, moment);
+        const SampleVideo& video = m_samples.good("sound");
+        for (int round = 0; round < 4; ++round) {
+            const auto player = makePlayer();
+            QSignalSpy frames(player.get(), &VideoPlayer::frameReady);
+            if (moment == "idle")
+                continue;
+            player->open(moment == "failing" ? m_samples.bad("garbage") : video.path);
+            for (int i = 0; i < round; ++i)
+                QCoreApplication::processEvents();
+            if (moment == "loading" || moment == "failing")
+                continue;
+            WAIT_FOR_FRAME(0);
+            if (moment == "seeking")
+                player->seek(2.0 + round * 0.1);
+            if (moment == "playing") {
+                player->play();
+                WAIT_FOR(frames.count() > 3);
+            }
+        }
+        VideoPlayer::waitForShutdown();
+    }
+
+    void aPictureOutlivesItsPlayer()
+    {
+        const SampleVideo& video = m_samples.good("h264");
+        auto player = makePlayer();
+        player->open(video.path);
+        WAIT_FOR_FRAME(0);
+        const QImage kept = player->currentFrame();
+        player.reset();
+        VideoPlayer::waitForShutdown();
+        QCOMPARE(video.numberIn(kept).value_or(-1), 0);
+    }
+
+    void twoPlayersShowTheSameMoment()
+    {
+        const SampleVideo& video = m_samples.good("sound");
+        const SampleVideo& rearVideo = m_samples.good("hevc");
+        const auto player = makePlayer();
+        const auto rear = makePlayer();
+        player->open(video.path);
+        rear->open(rearVideo.path);
+        rear->setMuted(true);
+        player->setVolume(0.3);
+        for (const int frame : {70, 33, 12}) {
+            player->seek(frame / 30.0 + 0.015);
+            rear->seek(frame / 30.0 + 0.015);
+            WAIT_FOR_FRAME(frame);
+            QTRY_COMPARE_WITH_TIMEOUT(rearVideo.numberIn(rear->currentFrame()).value_or(-1), frame, patienceMs);
+        }
+    }
+};
+
+} // namespace cardreel
+
+QTEST_GUILESS_MAIN(cardreel::VideoPlayerTest)
+#include "VideoPlayerTest.moc"
