@@ -1,0 +1,119 @@
+#include "media/RouteBuilder.h"
+
+#include "media/DCFInfo.h"
+#include "media/RouteColors.h"
+#include "telemetry/NMEAData.h"
+
+namespace cardreel {
+
+namespace {
+
+/// The recording's telemetry, parsed by this thread, by another, or long ago.
+std::shared_ptr<const Telemetry> parsedTelemetry(const DCFInfo& dcf)
+{
+    // A parser that was cancelled may still be at it, where the card was before it came back under another path.
+    dcf.nmea->waitUntilParsed();
+    // What held nothing is read again: perhaps it was not there at the time.
+    if (dcf.nmea->snapshot()->GOPs().empty()) {
+        dcf.nmea->setup();
+        dcf.nmea->waitUntilParsed();
+    }
+    return dcf.nmea->snapshot();
+}
+
+std::optional<Instant> firstDate(const Telemetry& telemetry)
+{
+    if (telemetry.varidLocations().empty())
+        return std::nullopt;
+    return telemetry.varidLocations().front().timestamp;
+}
+
+std::optional<Instant> lastDate(const Telemetry& telemetry)
+{
+    if (telemetry.varidLocations().empty())
+        return std::nullopt;
+    return telemetry.varidLocations().back().timestamp;
+}
+
+/// Whether the drive goes on from one recording to the next: both have fixes and no midnight lies between.
+bool continues(const Telemetry& recording, const Telemetry& next)
+{
+    const std::optional<Instant> end = lastDate(recording);
+    const std::optional<Instant> start = firstDate(next);
+    return start && end && !shouldChangeRouteColor(start, end);
+}
+
+Coordinate coordinateOf(const CustomLocation& location)
+{
+    return {location.latitude, location.longitude};
+}
+
+} // namespace
+
+std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFList& dcfs, size_t AtIndex)
+{
+    const DCFInfo& dcf = *dcfs[AtIndex];
+    std::shared_ptr<const Telemetry> own = parsedTelemetry(dcf);
+    if (AtIndex > 0) {
+        const std::shared_ptr<const Telemetry> before = parsedTelemetry(*dcfs[AtIndex - 1]);
+        if (continues(*before, *own)) {
+            dcf.nmea->carryOver(before->lastValidSpeedLocation(), before->lastValidHeadingLocation());
+            own = dcf.nmea->snapshot();
+        }
+    }
+
+    std::vector<Coordinate> line;
+    line.reserve(own->varidLocations().size() + 1);
+    for (const CustomLocation& location : own->varidLocations()) {
+        // A valid fix can still lack a readable coordinate.
+        if (location.isValid())
+            line.push_back(coordinateOf(location));
+    }
+    if (!line.empty() && AtIndex + 1 < dcfs.size()) {
+        const std::shared_ptr<const Telemetry> next = parsedTelemetry(*dcfs[AtIndex + 1]);
+        if (continues(*own, *next) && next->varidLocations().front().isValid())
+            line.push_back(coordinateOf(next->varidLocations().front()));
+    }
+    auto route = std::make_shared<CustomMapPolyline>(std::move(line));
+    route->lineColor = routeColors.front();
+    return route;
+}
+
+std::shared_ptr<CustomPointAnnotation> RouteBuilder::annotationForDCFInfo(const std::shared_ptr<DCFInfo>& dcf)
+{
+    const std::shared_ptr<const Telemetry> telemetry = parsedTelemetry(*dcf);
+    for (const CustomLocation& location : telemetry->varidLocations()) {
+        if (!location.isValid())
+            continue;
+        auto marker = std::make_shared<CustomPointAnnotation>();
+        marker->coordinate = coordinateOf(location);
+        marker->GPSEnable = true;
+        marker->direction = location.course;
+        marker->speed = static_cast<float>(location.speed);
+        marker->info = dcf;
+        return marker;
+    }
+    return nullptr;
+}
+
+std::vector<QColor> RouteBuilder::dayColors(const DCFList& dcfs)
+{
+    std::vector<QColor> colors(dcfs.size());
+    size_t group = 0;
+    std::optional<Instant> groupStart;
+    for (size_t i = 0; i < dcfs.size(); ++i) {
+        const std::optional<Instant> start = firstDate(*dcfs[i]->nmea->snapshot());
+        if (!start)
+            continue;
+        if (!groupStart) {
+            groupStart = start;
+        } else if (shouldChangeRouteColor(start, groupStart)) {
+            groupStart = start;
+            ++group;
+        }
+        colors[i] = routeColors[group % routeColors.size()];
+    }
+    return colors;
+}
+
+} // namespace cardreel
