@@ -377,8 +377,8 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <translation>Reading telemetry %1 of %2</translation>
     </message>
     <message>
-        <source>The card has been removed. Put it back and open it again to go on.</source>
-        <translation>The card has been removed. Put it back and open it again to go on.</translation>
+        <source>The card has been removed. Put it back to go on.</source>
+        <translation>The card has been removed. Put it back to go on.</translation>
     </message>
 </context>
 <context>

@@ -376,8 +376,8 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <translation>走行データを読み込み中 %1／%2</translation>
     </message>
     <message>
-        <source>The card has been removed. Put it back and open it again to go on.</source>
-        <translation>カードが取り外されました。もう一度挿入して開き直してください。</translation>
+        <source>The card has been removed. Put it back to go on.</source>
+        <translation>カードが取り外されました。元に戻すと続けられます。</translation>
     </message>
 </context>
 <context>

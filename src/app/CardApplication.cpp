@@ -1,0 +1,156 @@
+#include "app/CardApplication.h"
+
+#include "app/MainWindow.h"
+#include "media/MediaLibrary.h"
+#include "names/ConstClass.h"
+#include "platform/BackgroundQueue.h"
+#include "platform/InterfaceThread.h"
+#include "platform/files/Files.h"
+#include "platform/settings/UserDefaults.h"
+#include "platform/video/VideoPlayer.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QLibraryInfo>
+#include <QMenu>
+#include <QMessageBox>
+
+using namespace Qt::StringLiterals;
+
+namespace cardreel {
+
+namespace {
+
+const QString recentKey = u"RecentCards"_s;
+constexpr qsizetype keptRecentCards = 10;
+
+QString absolutePath(const QString& path)
+{
+    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+}
+
+} // namespace
+
+CardApplication::CardApplication(QApplication& application)
+    : m_theme(application)
+{
+    application.setWindowIcon(QIcon(u":/images/cardreel.svg"_s));
+    InterfaceThread::open();
+}
+
+CardApplication::~CardApplication()
+{
+    for (const QPointer<MainWindow>& window : m_windows)
+        delete window;
+    InterfaceThread::close();
+    BackgroundQueue::waitForDone();
+    MediaLibrary::cacheCleaning();
+    VideoPlayer::waitForShutdown();
+}
+
+void CardApplication::openAtStart(const QStringList& cards)
+{
+    MainWindow* first = makeWindow();
+    first->show();
+    for (const QString& card : cards)
+        openCard(absolutePath(card), first);
+}
+
+MainWindow* CardApplication::makeWindow()
+{
+    auto* window = new MainWindow;
+    std::erase_if(m_windows, [](const QPointer<MainWindow>& other) { return other.isNull(); });
+    m_windows.emplace_back(window);
+    connect(window, &MainWindow::openRequested, this, [this, window] { askForCard(window); });
+    connect(window, &MainWindow::cardDropped, this, [this, window](const QString& path) { openCard(path, window); });
+    connect(window->recentMenu(), &QMenu::aboutToShow, this, [this, window] { fillRecentMenu(window); });
+    fillRecentMenu(window);
+    return window;
+}
+
+void CardApplication::openCard(const QString& path, MainWindow* preferred)
+{
+    if (!MediaLibrary::mediaIsAvailable(path))
+        return refuse(path, preferred);
+    for (const QPointer<MainWindow>& window : m_windows) {
+        if (window && window->cardPath() == path) {
+            window->raise();
+            window->activateWindow();
+            return;
+        }
+    }
+    MainWindow* window = preferred->cardPath().isEmpty() ? preferred : makeWindow();
+    window->show();
+    if (window->openCard(path))
+        remember(path);
+}
+
+void CardApplication::askForCard(MainWindow* window)
+{
+    auto* dialog = new QFileDialog(window, tr("Open Card"), files::folderOf(window->cardPath()));
+    dialog->setFileMode(QFileDialog::Directory);
+    dialog->setOption(QFileDialog::ShowDirsOnly);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    connect(dialog, &QFileDialog::fileSelected, this,
+            [this, window](const QString& path) { openCard(absolutePath(path), window); });
+    dialog->open();
+}
+
+void CardApplication::refuse(const QString& path, MainWindow* window)
+{
+    const QString shown = files::displayPath(path);
+    const QString why = !files::exists(path) ? tr("There is no such folder.")
+                        : !files::isFolder(path)
+                            ? tr("It is a file. Choose the folder that holds the recordings' folders.")
+                            : tr("It holds none of the folders that a recorder makes: NORMAL, EVENT, "
+                                 "MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.");
+    auto* box =
+        new QMessageBox(QMessageBox::Warning, tr("No card"),
+                        tr("“%1” can't be opened as a card.").arg(files::nameOf(shown)), QMessageBox::Ok, window);
+    box->setInformativeText(why);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->open();
+}
+
+void CardApplication::remember(const QString& path)
+{
+    QStringList recent = UserDefaults::shared().value(recentKey).toStringList();
+    recent.removeAll(path);
+    recent.prepend(path);
+    UserDefaults::shared().setValue(recentKey, recent.mid(0, keptRecentCards));
+}
+
+void CardApplication::fillRecentMenu(MainWindow* window)
+{
+    QMenu* menu = window->recentMenu();
+    menu->clear();
+    for (const QString& path : UserDefaults::shared().value(recentKey).toStringList()) {
+        // An ampersand in a folder's name is no mnemonic.
+        menu->addAction(files::displayPath(path).replace(u'&', u"&&"_s), this,
+                        [this, path, window] { openCard(path, window); });
+    }
+    menu->setEnabled(!menu->isEmpty());
+    if (menu->isEmpty())
+        return;
+    menu->addSeparator();
+    menu->addAction(tr("&Clear List"), this, [] { UserDefaults::shared().setValue(recentKey, QStringList()); });
+}
+
+void setupDefaults()
+{
+    static QTranslator toolkit; // the texts of Qt's own dialogs
+    if (toolkit.load(QLocale::system(), u"qtbase"_s, u"_"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QCoreApplication::installTranslator(&toolkit);
+    static QTranslator translator;
+    // English is a translation too: some of the system's own keys are Japanese.
+    if (!translator.load(QLocale::system(), u"cardreel"_s, u"_"_s, u":/i18n"_s))
+        (void)translator.load(u":/i18n/cardreel_en.qm"_s);
+    QCoreApplication::installTranslator(&translator);
+
+    QFile defaults(u":/UserDefaults.plist"_s);
+    if (!defaults.open(QIODevice::ReadOnly) || !UserDefaults::shared().registerDefaults(defaults.readAll()))
+        qFatal("the default settings are missing from the program");
+}
+
+} // namespace cardreel

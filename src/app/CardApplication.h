@@ -1,0 +1,49 @@
+#pragma once
+
+#include "app/Theme.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QStringList>
+#include <QTranslator>
+
+#include <vector>
+
+class QApplication;
+
+namespace cardreel {
+
+class MainWindow;
+
+/// The running program: its windows, one a card, what they share (theme, translations, recent cards) and its orderly
+/// end. Made by main() on the interface thread.
+class CardApplication : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit CardApplication(QApplication& application);
+    /// Ends the background jobs and trims the caches.
+    ~CardApplication() override;
+
+    /// One window a card; one inviting window when no card is given or none can be opened.
+    void openAtStart(const QStringList& cards);
+
+private:
+    /// Takes `preferred` when that shows no card yet, else a new window; brings forward a window that shows the card.
+    void openCard(const QString& path, MainWindow* preferred);
+    void askForCard(MainWindow* window);
+    MainWindow* makeWindow();
+    void refuse(const QString& path, MainWindow* window);
+    void remember(const QString& path);
+    void fillRecentMenu(MainWindow* window);
+
+    Theme m_theme;
+    std::vector<QPointer<MainWindow>> m_windows;
+};
+
+/// Installs the translations for the user's language and registers the default settings. For a program's start, with a
+/// window or without.
+void setupDefaults();
+
+} // namespace cardreel

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QWidget>
+
+#include <optional>
+
+class QLabel;
+
+namespace cardreel {
+
+struct CustomLocation;
+
+/// The moment shown, in words: time of day, speed, position and heading. Interface thread.
+class ReadoutBar : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ReadoutBar(QWidget* parent = nullptr);
+
+    /// Nothing is loaded.
+    void clear();
+    void setClock(const QString& text);
+    /// The fix of the moment; null when there is none, and then `reason` says why.
+    void setFix(const CustomLocation* fix, const QString& reason);
+
+private:
+    QLabel* m_clock;
+    QLabel* m_speed;
+    QLabel* m_position;
+    QLabel* m_heading;
+};
+
+/// "35.677730, 139.754813": degrees, north and east positive.
+QString positionText(const CustomLocation& fix);
+
+} // namespace cardreel
