@@ -23,6 +23,10 @@ if(CARDREEL_SANITIZER)
     target_compile_options(cardreel_flags INTERFACE
         -fsanitize=${CARDREEL_SANITIZER} -fno-omit-frame-pointer -fno-sanitize-recover=all)
     target_link_options(cardreel_flags INTERFACE -fsanitize=${CARDREEL_SANITIZER})
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+        target_compile_options(cardreel_flags INTERFACE
+            -fsanitize-ignorelist=${CMAKE_SOURCE_DIR}/cmake/sanitizer-ignore.txt)
+    endif()
 endif()
 
 if(CARDREEL_FUZZERS)

@@ -56,14 +56,17 @@
     <name>Keys</name>
     <message>
         <source>EVENT RECORD</source>
+        <extracomment>イベント記録 プレースマーク名称</extracomment>
         <translation>Event recording</translation>
     </message>
     <message>
         <source>MANUAL RECORD</source>
+        <extracomment>手動記録 プレースマーク名称</extracomment>
         <translation>Manual recording</translation>
     </message>
     <message>
         <source>PARKING RECORD</source>
+        <extracomment>駐車記録 プレースマーク名称</extracomment>
         <translation>Parking recording</translation>
     </message>
     <message>
@@ -196,6 +199,10 @@
     <message>
         <source>&amp;Clear List</source>
         <translation>&amp;Clear List</translation>
+    </message>
+    <message>
+        <source>It can&apos;t be read: you may lack the permission.</source>
+        <translation>It can&apos;t be read: you may lack the permission.</translation>
     </message>
 </context>
 <context>

@@ -56,14 +56,17 @@
     <name>Keys</name>
     <message>
         <source>EVENT RECORD</source>
+        <extracomment>イベント記録 プレースマーク名称</extracomment>
         <translation>イベント記録</translation>
     </message>
     <message>
         <source>MANUAL RECORD</source>
+        <extracomment>手動記録 プレースマーク名称</extracomment>
         <translation>手動記録</translation>
     </message>
     <message>
         <source>PARKING RECORD</source>
+        <extracomment>駐車記録 プレースマーク名称</extracomment>
         <translation>駐車記録</translation>
     </message>
     <message>
@@ -196,6 +199,10 @@
     <message>
         <source>&amp;Clear List</source>
         <translation>一覧を消去(&amp;C)</translation>
+    </message>
+    <message>
+        <source>It can&apos;t be read: you may lack the permission.</source>
+        <translation>読み込めません。アクセス権がない可能性があります。</translation>
     </message>
 </context>
 <context>

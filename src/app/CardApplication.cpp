@@ -10,7 +10,6 @@
 #include "platform/video/VideoPlayer.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QFileDialog>
 #include <QLibraryInfo>
 #include <QMenu>
@@ -25,9 +24,21 @@ namespace {
 const QString recentKey = u"RecentCards"_s;
 constexpr qsizetype keptRecentCards = 10;
 
-QString absolutePath(const QString& path)
+// Settings are texts: paths are kept there as their bytes, percent-encoded, for not every path is a text.
+QStringList recentCards()
 {
-    return QDir::cleanPath(QDir::current().absoluteFilePath(path));
+    QStringList paths;
+    for (const QString& stored : UserDefaults::shared().value(recentKey).toStringList())
+        paths.push_back(files::fromNativePath(QByteArray::fromPercentEncoding(stored.toLatin1())));
+    return paths;
+}
+
+void setRecentCards(const QStringList& paths)
+{
+    QStringList stored;
+    for (const QString& path : paths)
+        stored.push_back(QString::fromLatin1(files::nativePath(path).toPercentEncoding("/")));
+    UserDefaults::shared().setValue(recentKey, stored);
 }
 
 } // namespace
@@ -54,7 +65,7 @@ void CardApplication::openAtStart(const QStringList& cards)
     MainWindow* first = makeWindow();
     first->show();
     for (const QString& card : cards)
-        openCard(absolutePath(card), first);
+        openCard(card, first);
 }
 
 MainWindow* CardApplication::makeWindow()
@@ -69,12 +80,13 @@ MainWindow* CardApplication::makeWindow()
     return window;
 }
 
-void CardApplication::openCard(const QString& path, MainWindow* preferred)
+void CardApplication::openCard(const QString& givenPath, MainWindow* preferred)
 {
+    const QString path = files::absolutePath(givenPath);
     if (!MediaLibrary::mediaIsAvailable(path))
         return refuse(path, preferred);
     for (const QPointer<MainWindow>& window : m_windows) {
-        if (window && window->cardPath() == path) {
+        if (window && files::isSameFile(window->cardPath(), path)) {
             window->raise();
             window->activateWindow();
             return;
@@ -92,19 +104,19 @@ void CardApplication::askForCard(MainWindow* window)
     dialog->setFileMode(QFileDialog::Directory);
     dialog->setOption(QFileDialog::ShowDirsOnly);
     dialog->setAttribute(Qt::WA_DeleteOnClose);
-    connect(dialog, &QFileDialog::fileSelected, this,
-            [this, window](const QString& path) { openCard(absolutePath(path), window); });
+    connect(dialog, &QFileDialog::fileSelected, this, [this, window](const QString& path) { openCard(path, window); });
     dialog->open();
 }
 
 void CardApplication::refuse(const QString& path, MainWindow* window)
 {
     const QString shown = files::displayPath(path);
-    const QString why = !files::exists(path) ? tr("There is no such folder.")
-                        : !files::isFolder(path)
-                            ? tr("It is a file. Choose the folder that holds the recordings' folders.")
-                            : tr("It holds none of the folders that a recorder makes: NORMAL, EVENT, "
-                                 "MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.");
+    const QString why =
+        !files::exists(path)             ? tr("There is no such folder.")
+        : !files::isFolder(path)         ? tr("It is a file. Choose the folder that holds the recordings' folders.")
+        : !files::isReadableFolder(path) ? tr("It can\'t be read: you may lack the permission.")
+                                         : tr("It holds none of the folders that a recorder makes: NORMAL, EVENT, "
+                                              "MANUAL, PARKING, PICTURE or REAR. Choose the folder that they are in.");
     auto* box =
         new QMessageBox(QMessageBox::Warning, tr("No card"),
                         tr("“%1” can't be opened as a card.").arg(files::nameOf(shown)), QMessageBox::Ok, window);
@@ -115,17 +127,17 @@ void CardApplication::refuse(const QString& path, MainWindow* window)
 
 void CardApplication::remember(const QString& path)
 {
-    QStringList recent = UserDefaults::shared().value(recentKey).toStringList();
+    QStringList recent = recentCards();
     recent.removeAll(path);
     recent.prepend(path);
-    UserDefaults::shared().setValue(recentKey, recent.mid(0, keptRecentCards));
+    setRecentCards(recent.mid(0, keptRecentCards));
 }
 
 void CardApplication::fillRecentMenu(MainWindow* window)
 {
     QMenu* menu = window->recentMenu();
     menu->clear();
-    for (const QString& path : UserDefaults::shared().value(recentKey).toStringList()) {
+    for (const QString& path : recentCards()) {
         // An ampersand in a folder's name is no mnemonic.
         menu->addAction(files::displayPath(path).replace(u'&', u"&&"_s), this,
                         [this, path, window] { openCard(path, window); });
@@ -134,7 +146,7 @@ void CardApplication::fillRecentMenu(MainWindow* window)
     if (menu->isEmpty())
         return;
     menu->addSeparator();
-    menu->addAction(tr("&Clear List"), this, [] { UserDefaults::shared().setValue(recentKey, QStringList()); });
+    menu->addAction(tr("&Clear List"), this, [] { setRecentCards({}); });
 }
 
 void setupDefaults()

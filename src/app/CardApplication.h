@@ -31,7 +31,7 @@ public:
 
 private:
     /// Takes `preferred` when that shows no card yet, else a new window; brings forward a window that shows the card.
-    void openCard(const QString& path, MainWindow* preferred);
+    void openCard(const QString& givenPath, MainWindow* preferred);
     void askForCard(MainWindow* window);
     MainWindow* makeWindow();
     void refuse(const QString& path, MainWindow* window);

@@ -66,6 +66,7 @@ void LibraryPanel::fill()
     const QSignalBlocker noRecording(m_recordings);
     const QSignalBlocker noEvent(m_events);
     const QSignalBlocker noPicture(m_pictures);
+    m_loader->clear();
     m_recordingModel->setRecordings(m_library.mediaTree());
     m_eventModel->setRecordings(m_library.eventTree());
     m_pictureModel->setPictures(m_library.pictureTree());

@@ -42,6 +42,7 @@ namespace {
 const QString geometryKey = u"MainWindowFrameAutosaveName"_s;
 const QString splitKey = u"TopSplitViewControllerAutosaveName"_s;
 const QString rightSplitKey = u"RightSplitViewControllerAutosaveName"_s;
+const QString videosKey = u"ZoomPlayerSplitViewControllerAutosaveName"_s;
 const QString mutedKey = u"Muted"_s;
 constexpr int cardWatchMs = 2000;
 constexpr int progressMs = 100;
@@ -74,7 +75,7 @@ MainWindow::MainWindow()
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setAcceptDrops(true);
-    setMinimumSize(720, 440);
+    setMinimumSize(960, 540);
     resize(1440, 900);
     setWindowTitle(QApplication::applicationDisplayName());
     m_pages->addWidget(makeStartPage());
@@ -91,7 +92,8 @@ MainWindow::MainWindow()
     restoreGeometry(UserDefaults::shared().value(geometryKey).toByteArray());
 
     connect(&m_library, &MediaLibrary::recordingDidParse, this, [this](const std::shared_ptr<DCFInfo>& dcf) {
-        showParseProgress(++m_parsed);
+        m_parsed.insert(dcf.get());
+        showParseProgress(m_parsed.size());
         if (dcf == m_library.currentDCF())
             showMoment(m_players.position());
     });
@@ -138,10 +140,12 @@ QWidget* MainWindow::makeCardPage()
     m_readout = new ReadoutBar;
 
     auto* videos = new QSplitter(Qt::Horizontal);
+    videos->setObjectName(videosKey);
     videos->setChildrenCollapsible(false);
     videos->setHandleWidth(1);
     videos->addWidget(m_frontPane);
     videos->addWidget(m_rearPane);
+    videos->restoreState(UserDefaults::shared().value(videosKey).toByteArray());
 
     auto* below = new QWidget;
     auto* column = new QVBoxLayout(below);
@@ -261,7 +265,7 @@ bool MainWindow::openCard(const QString& rootPath)
                         dataSizeText(bytes));
     m_isCardGone = false;
     m_cardWatch.start(cardWatchMs);
-    m_parsed = 0;
+    m_parsed.clear();
     m_frontPane->showPicture({});
     m_rearPane->showPicture({});
     if (!recordings.empty())
@@ -283,9 +287,8 @@ void MainWindow::showRecording(const std::shared_ptr<DCFInfo>& dcf)
     m_readout->clear();
     m_frontPane->setOverlayText({});
     m_players.open(dcf->filePath, dcf->secondaryFilePath);
-    if (dcf->thumbnailPath.isEmpty()) {
+    if (!m_parsed.contains(dcf.get())) {
         const int row = m_panel->rowOf(dcf);
-        m_parsed = 0;
         m_library.reparseAtIndex(static_cast<size_t>(std::max(row, 0)));
     }
 }
@@ -352,13 +355,15 @@ void MainWindow::lookAfterCard()
 {
     const bool isThere = files::isFolder(cardPath());
     if (isThere && m_isCardGone && MediaLibrary::mediaIsAvailable(cardPath()))
-        openCard(cardPath());
+        openCard(QString(cardPath()));
     if (isThere || m_isCardGone)
         return;
     m_isCardGone = true;
     m_library.cancelParse();
     m_library.setCurrentDCF(nullptr);
     m_players.stop();
+    m_transport->setDuration(0);
+    m_transport->setPosition(0);
     m_progress->clear();
     m_readout->clear();
     m_frontPane->showPicture({});
@@ -386,8 +391,8 @@ void MainWindow::dropEvent(QDropEvent* event)
 void MainWindow::closeEvent(QCloseEvent* event)
 {
     UserDefaults::shared().setValue(geometryKey, saveGeometry());
-    if (const auto* split = findChild<QSplitter*>(splitKey))
-        UserDefaults::shared().setValue(splitKey, split->saveState());
+    for (const QString& key : {splitKey, videosKey})
+        UserDefaults::shared().setValue(key, findChild<QSplitter*>(key)->saveState());
     UserDefaults::shared().setValue(rightSplitKey, m_videoSplitter->savedState());
     QMainWindow::closeEvent(event);
 }

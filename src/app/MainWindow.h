@@ -5,6 +5,7 @@
 
 #include <QElapsedTimer>
 #include <QMainWindow>
+#include <QSet>
 #include <QTimer>
 
 #include <memory>
@@ -77,7 +78,7 @@ private:
     ReadoutBar* m_readout = nullptr;
     QLabel* m_contents = nullptr;
     QLabel* m_progress = nullptr;
-    qsizetype m_parsed = 0;
+    QSet<const DCFInfo*> m_parsed; ///< the recordings of this card that the background parse reported
     QElapsedTimer m_progressShown;
     QTimer m_cardWatch;
     bool m_isCardGone = false;

@@ -36,6 +36,8 @@ void PositionSlider::setPosition(double seconds)
 void PositionSlider::setDuration(double seconds)
 {
     m_duration = std::max(seconds, 0.0);
+    if (m_duration == 0)
+        m_isDragged = false; // disabled, it isn't told that the button was let go
     setEnabled(m_duration > 0);
     update();
 }

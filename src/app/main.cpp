@@ -3,6 +3,9 @@
 
 #include <QApplication>
 
+#include <cstdio>
+#include <cstdlib>
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -12,6 +15,16 @@ void introduce()
     QCoreApplication::setApplicationName(u"cardreel"_s);
     QCoreApplication::setOrganizationName(u"Cardreel"_s);
     QCoreApplication::setApplicationVersion(QStringLiteral(CARDREEL_VERSION));
+}
+
+/// While the toolkit starts: without a display it would explain itself at length and dump core.
+void sayWhyThereIsNoWindow(QtMsgType type, const QMessageLogContext& /*context*/, const QString& /*message*/)
+{
+    if (type != QtFatalMsg)
+        return;
+    std::fputs("cardreel: there is no display to open a window on (the commands work without: cardreel --help)\n",
+               stderr);
+    std::_Exit(cardreel::CommandLine::Failure);
 }
 
 } // namespace
@@ -25,10 +38,15 @@ int main(int argc, char* argv[])
         return cardreel::CommandLine::run(argc, argv);
     }
 
+    const std::optional<QStringList> cards = cardreel::CommandLine::paths(argc, argv);
+    if (!cards)
+        return cardreel::CommandLine::WrongUsage;
+    const QtMessageHandler usual = qInstallMessageHandler(sayWhyThereIsNoWindow);
     QApplication application(argc, argv);
+    qInstallMessageHandler(usual);
     QGuiApplication::setApplicationDisplayName(u"Cardreel"_s);
     cardreel::setupDefaults();
     cardreel::CardApplication cardApplication(application);
-    cardApplication.openAtStart(cardreel::CommandLine::paths(argc, argv));
+    cardApplication.openAtStart(*cards);
     return QApplication::exec();
 }

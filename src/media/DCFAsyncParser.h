@@ -14,7 +14,7 @@
 namespace cardreel {
 
 /// The background job that reads the telemetry of a card's recordings and makes their routes, markers and thumbnails,
-/// the recording in view first. Runs once, on the global thread pool; each result is handed to the interface thread,
+/// the recording in view first. Runs once, on the BackgroundQueue; each result is handed to the interface thread,
 /// which is waited for, so that the job is never more than one recording ahead. Held by a shared pointer: dropping it
 /// ends the job.
 class DCFAsyncParser : public std::enable_shared_from_this<DCFAsyncParser>, public RouteBuilder, public ThumbnailMaker

@@ -70,10 +70,13 @@ QString recordLabel(const QString& folderName)
 {
     const QString kind = eventNameOfFolder(folderName);
     if (kind == ConstClass::DCF_EVENTNAME_EVENT)
+        //: イベント記録 プレースマーク名称
         return localizedText(QT_TRANSLATE_NOOP("Keys", "EVENT RECORD"));
     if (kind == ConstClass::DCF_EVENTNAME_MANUAL)
+        //: 手動記録 プレースマーク名称
         return localizedText(QT_TRANSLATE_NOOP("Keys", "MANUAL RECORD"));
     if (kind == ConstClass::DCF_EVENTNAME_PARKING)
+        //: 駐車記録 プレースマーク名称
         return localizedText(QT_TRANSLATE_NOOP("Keys", "PARKING RECORD"));
     return {};
 }

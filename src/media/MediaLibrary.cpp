@@ -151,13 +151,19 @@ MediaLibrary::DCFList MediaLibrary::getFileListAtRootPath(const QString& rootPat
                                                           const PictureList& pictureInfos)
 {
     DCFList recordings = resultDCFs(rootPath, foldernameRegexPattern, videoFilenameRegexPattern);
+    // A recording is the first that ended after a moment exactly when it raises the latest end so far above it; and the
+    // latest ends so far only rise, however the recordings' own dates jump.
+    std::vector<Instant> latestEnds;
+    latestEnds.reserve(recordings.size());
+    for (const std::shared_ptr<DCFInfo>& dcf : recordings)
+        latestEnds.push_back(latestEnds.empty() ? dcf->fileDate : std::max(latestEnds.back(), dcf->fileDate));
     for (const std::shared_ptr<PictureInfo>& picture : pictureInfos) {
-        const auto during = std::find_if(recordings.begin(), recordings.end(),
-                                         [&](const auto& dcf) { return dcf->fileDate > picture->fileDate; });
-        if (during == recordings.end())
+        const auto after = std::upper_bound(latestEnds.begin(), latestEnds.end(), picture->fileDate);
+        if (after == latestEnds.end())
             continue;
-        picture->parentDCFInfo = *during;
-        (*during)->pictures.push_back(picture);
+        const std::shared_ptr<DCFInfo>& during = recordings[static_cast<size_t>(after - latestEnds.begin())];
+        picture->parentDCFInfo = during;
+        during->pictures.push_back(picture);
     }
     return recordings;
 }

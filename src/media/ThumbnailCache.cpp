@@ -6,6 +6,7 @@
 #include "platform/text/DateText.h"
 #include "platform/video/FrameGenerator.h"
 
+#include <QBuffer>
 #include <QDir>
 #include <QFileInfo>
 #include <QImageWriter>
@@ -32,6 +33,29 @@ Instant creationDate(const QString& path)
 {
     const files::Status found = files::status(path);
     return found.created.value_or(found.modified);
+}
+
+/// Whether a thumbnail is there from its first marker to its last.
+bool isWholeJpeg(const QString& path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly) || file.read(2) != "\xFF\xD8")
+        return false;
+    return file.seek(file.size() - 2) && file.read(2) == "\xFF\xD9";
+}
+
+bool writeJpeg(const QImage& image, const QString& path)
+{
+    // Encoded before it is written: the image writer says nothing of a disk that is full.
+    QByteArray bytes;
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::WriteOnly);
+    QImageWriter writer(&buffer, "jpeg");
+    writer.setProgressiveScanWrite(false);
+    if (!writer.write(image))
+        return false;
+    QSaveFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit();
 }
 
 } // namespace
@@ -91,21 +115,16 @@ std::optional<QString> ThumbnailMaker::getThumbnailPathWithSourceFilePath(const 
     // A video that is gone (a pulled card takes all of them with it) must not fill the cache with broken pictures.
     if (folder.isEmpty() || !files::exists(path))
         return std::nullopt;
+    const QString name = cacheFileNameWithSourceFilePath(path);
     // Stray bytes of the video's name are left out of the cache file's, so that Qt can write it.
-    const QString cached = files::join(folder, files::displayPath(cacheFileNameWithSourceFilePath(path)));
-    if (files::exists(cached))
+    const QString cached = files::join(folder, files::displayPath(name));
+    if (isWholeJpeg(cached))
         return cached;
     const QImage image = thumbnailWithContentAtPath(path, m_maximumSize);
-    if (m_cancelFlag || image.isNull())
+    // It may have gone, or become unreadable, while the frame was made: then the name isn't its any more.
+    if (m_cancelFlag || image.isNull() || !files::openForReading(path) || cacheFileNameWithSourceFilePath(path) != name)
         return std::nullopt;
-    QSaveFile file(cached);
-    if (!file.open(QIODevice::WriteOnly))
-        return std::nullopt;
-    QImageWriter writer(&file, "jpeg");
-    writer.setProgressiveScanWrite(false);
-    if (!writer.write(image) || !file.commit())
-        return std::nullopt;
-    return cached;
+    return writeJpeg(image, cached) ? std::optional(cached) : std::nullopt;
 }
 
 QImage ThumbnailMaker::thumbnailWithContentAtPath(const QString& path, const QSize& maximumSize) const

@@ -84,7 +84,7 @@ const QString ConstClass::QVDSA_ICONIMAGE_NAME_STRIX_ABRUPTRIGHT = u"adas_strix_
 #define CARDREEL_MESSAGE(name, key)                                                                                    \
     const QString& ConstClass::name()                                                                                  \
     {                                                                                                                  \
-        static const QString text = localizedText(key);                                     \
+        static const QString text = localizedText(key);                                                                \
         return text;                                                                                                   \
     }
 

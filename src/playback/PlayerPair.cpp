@@ -53,7 +53,8 @@ void PlayerPair::play()
     if (m_front.status() == VideoPlayer::Status::Ended)
         seek(0);
     m_front.play();
-    if (m_hasRear)
+    // A front video that can't play leads nobody.
+    if (m_hasRear && isPlaying())
         m_rear.play();
 }
 

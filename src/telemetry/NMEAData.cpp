@@ -94,19 +94,19 @@ std::shared_ptr<const Telemetry> NMEAData::parsed(const QString& path, const Tel
         return telemetry;
     };
     std::shared_ptr<Telemetry> telemetry = fresh();
-    std::optional<QString> error;
+    std::optional<SideFileProblem> problem;
     try {
-        error = parseSideFile(path, *telemetry);
-        if (!error)
+        problem = parseSideFile(path, *telemetry);
+        if (!problem)
             telemetry->shrink();
     } catch (const std::bad_alloc&) {
-        error = u"not enough memory"_s;
+        problem = {SideFileProblem::Kind::Unreadable, u"not enough memory"_s};
     }
-    if (error) {
+    if (problem) {
         telemetry = fresh();
         // Recordings without a side file are common.
         if (files::exists(path))
-            qCWarning(logTelemetry).noquote() << "not read:" << files::displayPath(path) << *error;
+            qCWarning(logTelemetry).noquote() << "not read:" << files::displayPath(path) << problem->text;
     }
     return telemetry;
 }

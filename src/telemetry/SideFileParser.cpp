@@ -234,34 +234,35 @@ void SideFileParser::reserveFor(qint64 fileBytes)
     reserve(m_telemetry.m_lists->motions);
 }
 
-std::optional<QString> parseSideFile(const QString& path, Telemetry& telemetry, const SideFileLimits& limits)
+std::optional<SideFileProblem> parseSideFile(const QString& path, Telemetry& telemetry, const SideFileLimits& limits)
 {
     QString error;
     const std::unique_ptr<QFile> file = files::openForReading(path, &error);
     if (!file)
-        return error;
+        return SideFileProblem{SideFileProblem::Kind::Unreadable, error};
     const qint64 size = file->size();
+    const QString tooLarge = u"larger than %1 bytes"_s.arg(limits.fileBytes);
     if (size > limits.fileBytes)
-        return u"larger than %1 bytes"_s.arg(limits.fileBytes);
+        return SideFileProblem{SideFileProblem::Kind::Unreadable, tooLarge};
     SideFileParser parser(telemetry, limits);
     qint64 taken = 0;
     for (;;) {
         const qint64 read = file->read(parser.space(), static_cast<qint64>(parser.spaceBytes()));
         if (read < 0)
-            return file->errorString();
+            return SideFileProblem{SideFileProblem::Kind::Unreadable, file->errorString()};
         if (read == 0)
             break;
         // Asked again, for the size is only what the file had at the beginning.
         if (taken + read > limits.fileBytes)
-            return u"larger than %1 bytes"_s.arg(limits.fileBytes);
+            return SideFileProblem{SideFileProblem::Kind::Unreadable, tooLarge};
         if (!parser.take(static_cast<std::size_t>(read)))
-            return u"not UTF-8"_s;
+            return SideFileProblem{SideFileProblem::Kind::NotText, u"not UTF-8"_s};
         if (taken == 0)
             parser.reserveFor(size);
         taken += read;
     }
     if (!parser.finish())
-        return u"not UTF-8"_s;
+        return SideFileProblem{SideFileProblem::Kind::NotText, u"not UTF-8"_s};
     return std::nullopt;
 }
 

@@ -69,8 +69,19 @@ private:
     bool m_skipping = false;    ///< the sentence at the beginning is too long
 };
 
-/// Reads and parses the whole file into the lists of `telemetry`. Gives the reason when it can't be read to its end or
-/// isn't UTF-8; the lists are then to be thrown away.
-std::optional<QString> parseSideFile(const QString& path, Telemetry& telemetry, const SideFileLimits& limits = {});
+/// Why a side file gave nothing.
+struct SideFileProblem
+{
+    enum class Kind {
+        Unreadable, ///< not opened, not read to its end, or larger than any side file
+        NotText,    ///< read, but not UTF-8 throughout
+    };
+    Kind kind = Kind::Unreadable;
+    QString text;
+};
+
+/// Reads and parses the whole file into the lists of `telemetry`, which are to be thrown away when there was a problem.
+std::optional<SideFileProblem> parseSideFile(const QString& path, Telemetry& telemetry,
+                                             const SideFileLimits& limits = {});
 
 } // namespace cardreel

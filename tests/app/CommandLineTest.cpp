@@ -113,6 +113,8 @@ void CommandLineTest::exitsAsItSays_data()
     row("list a file", {u"list"_s, u"side.NMEA"_s}, 1);
     row("list an unreadable folder", {u"list"_s, u"locked"_s, u"--json"_s}, 1);
     row("list links in a circle", {u"list"_s, u"circle"_s}, 1);
+    row("telemetry that fails in the middle", {u"telemetry"_s, u"/proc/self/mem"_s}, 1);
+    row("an option behind a card", {u"."_s, u"--json"_s}, 2);
     row("telemetry that isn't there", {u"telemetry"_s, u"missing"_s}, 1);
     row("telemetry of a folder", {u"telemetry"_s, u"NORMAL"_s}, 1);
     row("telemetry of a pipe", {u"telemetry"_s, u"pipe"_s}, 1);

@@ -32,6 +32,7 @@ private Q_SLOTS:
     void nothingWhenCancelled();
     void brokenVideosGetTheBrokenPicture();
     void isMadeOnce();
+    void isMadeAgainWhenItIsCut();
     void fitsTheScreen();
     void showsTheFrameAtOneSecond();
     void listsOnlyThumbnails();
@@ -136,12 +137,21 @@ void ThumbnailCacheTest::isMadeOnce()
 {
     CardBuilder card;
     const QString video = card.file(u"NORMAL/200101123456.MP4"_s);
-    const QString path = inCache(ThumbnailMaker::cacheFileNameWithSourceFilePath(video), "kept");
+    const QString path = inCache(ThumbnailMaker::cacheFileNameWithSourceFilePath(video), "\xFF\xD8kept\xFF\xD9");
     QCOMPARE(ThumbnailMaker(1.0, m_cancelFlag).getThumbnailPathWithSourceFilePath(video), path);
     QFile file(path);
     QVERIFY(file.open(QIODevice::ReadOnly));
-    QCOMPARE(file.readAll(), QByteArray("kept"));
+    QCOMPARE(file.readAll(), QByteArray("\xFF\xD8kept\xFF\xD9"));
     QCOMPARE(ThumbnailCache::cacheFiles(), std::vector<QString>{path});
+}
+
+void ThumbnailCacheTest::isMadeAgainWhenItIsCut()
+{
+    CardBuilder card;
+    const QString video = card.file(u"NORMAL/200101123456.MP4"_s);
+    const QString path = inCache(ThumbnailMaker::cacheFileNameWithSourceFilePath(video), "\xFF\xD8 cut");
+    QCOMPARE(ThumbnailMaker(1.0, m_cancelFlag).getThumbnailPathWithSourceFilePath(video), path);
+    QVERIFY(!QImage(path).isNull());
 }
 
 void ThumbnailCacheTest::fitsTheScreen()

@@ -2,6 +2,7 @@
 
 #include "support/CardBuilder.h"
 
+#include <QFile>
 #include <QTest>
 
 #include <unistd.h>
@@ -17,6 +18,7 @@ private Q_SLOTS:
     void readsSizeAndPosition();
     void whatIsNoPictureIsEmpty_data();
     void whatIsNoPictureIsEmpty();
+    void aPictureWithoutEndIsLeftSoon();
     void whatCannotBeOpenedIsNothing();
 };
 
@@ -51,6 +53,15 @@ void ImagePropertiesTest::whatIsNoPictureIsEmpty()
     const auto properties = imageProperties(card.file(u"a.JPG"_s, bytes));
     QVERIFY(properties);
     QVERIFY(properties->isEmpty());
+}
+
+void ImagePropertiesTest::aPictureWithoutEndIsLeftSoon()
+{
+    // Sparse: ten gigabytes of zeros behind the first marker, which take minutes to look through.
+    test::CardBuilder card;
+    const QString path = card.file(u"a.JPG"_s, "\xFF\xD8");
+    QVERIFY(QFile::resize(path, qint64(10) << 30));
+    QVERIFY(imageProperties(path));
 }
 
 void ImagePropertiesTest::whatCannotBeOpenedIsNothing()

@@ -5,6 +5,8 @@
 
 #include <QCoreApplication>
 
+#include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 
@@ -41,7 +43,8 @@ CARD is a mounted memory card or a folder copied from one: the folder that holds
 NORMAL, EVENT and so on. SIDEFILE is a recording's .NMEA or .CED file.
 
   --json  print one JSON object instead of a table
-  --all   print every fix, acceleration sample, warning and group of pictures too
+  --all   print every fix and warning too, with --json also every acceleration sample
+          and group of pictures
   --      what follows is a path, even if it begins with a hyphen or is a command's name
 
 Exit status: 0 on success; 1, with one line on standard error, when the path can't
@@ -72,7 +75,11 @@ int runCommand(const Command& command, const QStringList& arguments)
     if (paths.size() != 1)
         return wrongUsage(
             u"%1 takes one %2"_s.arg(QLatin1StringView(command.name), QLatin1StringView(command.argument)));
-    return command.run(paths.first(), options);
+    const int status = command.run(paths.first(), options);
+    // A full disk or a closed pipe shows only now.
+    if (std::fflush(stdout) != 0 || std::ferror(stdout))
+        return failure(u"standard output"_s, QString::fromLocal8Bit(std::strerror(errno)));
+    return status;
 }
 
 } // namespace
@@ -110,12 +117,20 @@ int run(int argc, char** argv)
     return wrongUsage(u"there is no option %1"_s.arg(first));
 }
 
-QStringList paths(int argc, char** argv)
+std::optional<QStringList> paths(int argc, char** argv)
 {
     QStringList result;
+    bool onlyPaths = false;
     for (int i = 1; i < argc; ++i) {
-        if (i > 1 || std::strcmp(argv[i], "--") != 0)
-            result.push_back(files::fromNativePath(argv[i]));
+        const QString argument = files::fromNativePath(argv[i]);
+        if (!onlyPaths && argument == u"--") {
+            onlyPaths = true;
+        } else if (!onlyPaths && argument.startsWith(u'-')) {
+            wrongUsage(u"there is no option %1"_s.arg(argument));
+            return std::nullopt;
+        } else {
+            result.push_back(argument);
+        }
     }
     return result;
 }

@@ -9,13 +9,10 @@
 #include "platform/text/UnitText.h"
 
 #include <QCoreApplication>
-#include <QDir>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <dirent.h>
-
 namespace cardreel::CommandLine {
 
 namespace {
@@ -123,13 +120,11 @@ int failure(const QString& path, const QString& why)
 
 int listCard(const QString& cardPath, const Options& options)
 {
-    DIR* readable = opendir(files::nativePath(cardPath).constData());
-    if (!readable)
+    if (!files::isReadableFolder(cardPath))
         return failure(cardPath, QString::fromLocal8Bit(std::strerror(errno)));
-    closedir(readable);
 
     MediaLibrary library;
-    library.mediaTreeSyncAtRootPath(QDir::cleanPath(QDir::current().absoluteFilePath(cardPath)));
+    library.mediaTreeSyncAtRootPath(files::absolutePath(cardPath));
     if (options.json)
         writeJson(library);
     else

@@ -2,7 +2,8 @@
 #include "app/cli/Commands.h"
 #include "app/cli/JsonOutput.h"
 #include "platform/files/Files.h"
-#include "telemetry/NMEAData.h"
+#include "telemetry/SideFileParser.h"
+#include "telemetry/Telemetry.h"
 
 #include <QCoreApplication>
 #include <QDateTime>
@@ -121,6 +122,12 @@ QString text(const char* english)
     return QCoreApplication::translate("CommandLine", english);
 }
 
+QByteArray courseText(const CustomLocation& fix)
+{
+    const double course = fix.hasCourse() ? fix.course : fix.correctedDirection;
+    return course >= 0 ? QByteArray::number(course, 'f', 1).rightJustified(5) : QByteArray("    -");
+}
+
 void printFixes(const Telemetry& telemetry)
 {
     std::puts("");
@@ -129,10 +136,9 @@ void printFixes(const Telemetry& telemetry)
                                     .toString(Qt::ISODateWithMs)
                                     .toLatin1();
         if (fix.isValid()) {
-            std::printf("%s  %11.6f %11.6f  %6.1f %s  %5.1f\n", time.constData(), fix.latitude, fix.longitude,
+            std::printf("%s  %11.6f %11.6f  %6.1f %s  %s\n", time.constData(), fix.latitude, fix.longitude,
                         double(CustomLocation::speedForCurrentLocale(fix.hasSpeed() ? fix.speed : fix.correctedSpeed)),
-                        CustomLocation::unitForCurrentLocale().toLatin1().constData(),
-                        fix.hasCourse() ? fix.course : fix.correctedDirection);
+                        CustomLocation::unitForCurrentLocale().toLatin1().constData(), courseText(fix).constData());
         } else {
             std::printf("%s  %s\n", time.constData(),
                         text(QT_TRANSLATE_NOOP("CommandLine", "no position")).toLocal8Bit().constData());
@@ -168,20 +174,18 @@ void printTable(const Telemetry& telemetry, bool all)
 
 int printTelemetry(const QString& sideFilePath, const Options& options)
 {
-    QString error;
-    if (!files::openForReading(sideFilePath, &error))
-        return failure(sideFilePath, error);
-    NMEAData data(sideFilePath);
-    data.setup();
-    const std::shared_ptr<const Telemetry> telemetry = data.snapshot();
-    // Any text at all makes at least one group.
-    if (telemetry->GOPs().empty() && files::status(sideFilePath).size > 0)
-        std::fprintf(stderr, "cardreel: %s: this is no side file in UTF-8, or too large for one\n",
-                     files::nativePath(sideFilePath).constData());
+    Telemetry telemetry;
+    if (const std::optional<SideFileProblem> problem = parseSideFile(sideFilePath, telemetry)) {
+        const int status = failure(sideFilePath, problem->text);
+        if (problem->kind == SideFileProblem::Kind::Unreadable)
+            return status;
+        // As everywhere in the program, what isn't text is a side file without content.
+        telemetry = Telemetry();
+    }
     if (options.json)
-        writeJson(*telemetry, options.all);
+        writeJson(telemetry, options.all);
     else
-        printTable(*telemetry, options.all);
+        printTable(telemetry, options.all);
     return Success;
 }
 

@@ -18,7 +18,7 @@ QImage readImage(const QString& path, QSize pixels)
     const std::unique_ptr<QFile> file = files::openForReading(path);
     if (!file)
         return {};
-    QImageReader reader(file.get());
+    QImageReader reader(file.get(), "jpeg"); // both thumbnails and a card's pictures
     reader.setAutoTransform(true);
     const QSize natural = reader.size();
     // Asked for a smaller picture, the JPEG reader decodes only what that takes.
@@ -63,6 +63,11 @@ QPixmap ThumbnailLoader::thumbnail(const QString& path, QSize pixels)
         },
         BackgroundQueue::Priority::Soon);
     return {};
+}
+
+void ThumbnailLoader::clear()
+{
+    m_pixmaps.clear();
 }
 
 void ThumbnailLoader::take(const QString& path, const QImage& image)

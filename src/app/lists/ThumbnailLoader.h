@@ -26,6 +26,9 @@ public:
     /// The picture filling `pixels`, or a null one, which loaded() follows when the file could be read.
     QPixmap thumbnail(const QString& path, QSize pixels);
 
+    /// Forgets what was read, for another card or the same one come back.
+    void clear();
+
 Q_SIGNALS:
     void loaded(const QString& path);
 

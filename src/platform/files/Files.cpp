@@ -1,5 +1,6 @@
 #include "platform/files/Files.h"
 
+#include <QStringList>
 #include <QUtf8StringView>
 
 #include <linux/stat.h>
@@ -7,10 +8,13 @@
 
 #include <array>
 #include <cerrno>
+#include <cstdlib>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <unistd.h>
+
+using namespace Qt::StringLiterals;
 
 namespace cardreel::files {
 
@@ -189,9 +193,11 @@ void walk(const QString& root, const std::function<void(const QString& relativeP
         path += entry->d_name;
         bool isLink = false;
         const bool folder = entryIsFolder(dirfd(dir), *entry, isLink);
-        visit(fromNativePath(path), folder);
         // A link can lead back up; what it leads to is on the card once already or isn't on it.
-        if (!folder || isLink)
+        if (folder && isLink)
+            continue;
+        visit(fromNativePath(path), folder);
+        if (!folder)
             continue;
         const int opened = openat(dirfd(dir), entry->d_name, O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
         if (opened < 0)
@@ -203,6 +209,41 @@ void walk(const QString& root, const std::function<void(const QString& relativeP
             ::close(opened);
         }
     }
+}
+
+bool isReadableFolder(const QString& path)
+{
+    return Dir(opendir(nativePath(path).constData())) != nullptr;
+}
+
+bool isSameFile(const QString& a, const QString& b)
+{
+    struct stat first
+    {
+    };
+    struct stat second
+    {
+    };
+    return stat(nativePath(a).constData(), &first) == 0 && stat(nativePath(b).constData(), &second) == 0 &&
+           first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
+QString absolutePath(const QString& path)
+{
+    QString base;
+    if (!path.startsWith(u'/')) {
+        const std::unique_ptr<char, decltype(&std::free)> current(getcwd(nullptr, 0), &std::free);
+        base = fromNativePath(current.get()) + u'/';
+    }
+    QStringList parts = (base + path).split(u'/', Qt::SkipEmptyParts);
+    parts.removeAll(u"."_s);
+    const QString absolute = u'/' + parts.join(u'/');
+    if (!parts.contains(u".."_s))
+        return absolute;
+    // Behind a link, ".." isn't the folder before it in the text.
+    const std::unique_ptr<char, decltype(&std::free)> real(realpath(nativePath(absolute).constData(), nullptr),
+                                                           &std::free);
+    return real ? fromNativePath(real.get()) : absolute;
 }
 
 QString join(const QString& folder, const QString& relative)
@@ -252,7 +293,9 @@ std::unique_ptr<QFile> openForReading(const QString& path, QString* error)
     };
     if (fstat(opened, &found) != 0 || !S_ISREG(found.st_mode)) {
         ::close(opened);
-        return fail(S_ISDIR(found.st_mode) ? EISDIR : EINVAL);
+        if (error)
+            *error = S_ISDIR(found.st_mode) ? u"it is a folder"_s : u"it is no regular file"_s;
+        return nullptr;
     }
     auto file = std::make_unique<QFile>();
     if (!file->open(opened, QIODevice::ReadOnly | QIODevice::Unbuffered, QFileDevice::AutoCloseHandle)) {

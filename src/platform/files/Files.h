@@ -37,6 +37,14 @@ Status status(const QString& path);
 bool exists(const QString& path);
 bool isFolder(const QString& path);
 
+/// Whether its names can be listed.
+bool isReadableFolder(const QString& path);
+/// Whether both lead to the same file or folder.
+bool isSameFile(const QString& a, const QString& b);
+/// The path from the root on, without "." and superfluous slashes. One with ".." is what that really leads to, links
+/// resolved, as long as it is there.
+QString absolutePath(const QString& path);
+
 /// Whether the file carries the immutable attribute or has no write permission bit at all (how a memory card's
 /// read-only attribute is mounted). False when that can't be read.
 bool isLocked(const QString& path);
@@ -45,7 +53,7 @@ bool isLocked(const QString& path);
 std::vector<QString> names(const QString& folder);
 
 /// Visits every entry below a folder in the file system's order, a folder before its contents; links to folders are
-/// reported as folders but not entered. Paths are relative to the root. Unreadable folders have no contents.
+/// passed over. Paths are relative to the root. Unreadable folders have no contents.
 void walk(const QString& root, const std::function<void(const QString& relativePath, bool isFolder)>& visit);
 
 /// Path joined with one slash.

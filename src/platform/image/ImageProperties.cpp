@@ -10,6 +10,9 @@ namespace cardreel {
 
 namespace {
 
+/// How much of a picture is looked at. What tells of it stands in blocks of 64 KB at the beginning.
+constexpr qint64 headBytes = 1024 * 1024;
+
 /// Degrees, minutes and seconds as one number; nothing when the tag holds anything else.
 std::optional<double> degrees(const Exiv2::Value& value)
 {
@@ -94,20 +97,32 @@ void silenceExiv2()
 std::optional<QVariantMap> imageProperties(const QString& path)
 {
     silenceExiv2();
-    // The library opens by name, so that a pipe would hang it: ask first.
-    if (!files::openForReading(path))
+    const std::unique_ptr<QFile> file = files::openForReading(path);
+    if (!file)
         return std::nullopt;
+    const QByteArray head = file->read(headBytes);
     QVariantMap result;
+    // Only JPEG: what other formats' readers do with a hostile file isn't wanted here.
+    if (!head.startsWith("\xFF\xD8"))
+        return result;
+    Exiv2::Image::AutoPtr image;
     try {
-        const auto image = Exiv2::ImageFactory::open(files::nativePath(path).toStdString(), /*useCurl=*/false);
+        image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.constData()),
+                                          static_cast<long>(head.size()));
         image->readMetadata();
+    } catch (const std::exception&) {
+        // Damaged, or cut where the head ends: what was read until there stands.
+    }
+    if (!image.get())
+        return result;
+    try {
         if (image->pixelWidth() > 0 && image->pixelHeight() > 0) {
             result.insert(QLatin1StringView("PixelWidth"), static_cast<qint64>(image->pixelWidth()));
             result.insert(QLatin1StringView("PixelHeight"), static_cast<qint64>(image->pixelHeight()));
         }
         insertExif(image->exifData(), result);
     } catch (const std::exception&) {
-        // Not a picture after all, or a damaged one: what was read so far stands.
+        // A tag whose value doesn't fit its type: the tags before it stand.
     }
     return result;
 }

@@ -129,8 +129,8 @@ void VideoPlayer::Private::open(const QString& newPath)
     reset();
     path = newPath;
     setPlaying(false);
+    setDuration(0); // first: a position is reckoned with the length it belongs to
     setPosition(0);
-    setDuration(0);
     if (!render || !render->isValid())
         return fail(QT_TRANSLATE_NOOP("Keys", "The video player couldn't be started."));
     seeks.hold();
@@ -144,8 +144,8 @@ void VideoPlayer::Private::stop()
     reset();
     mpv->command({"stop"});
     setPlaying(false);
+    setDuration(0); // first: a position is reckoned with the length it belongs to
     setPosition(0);
-    setDuration(0);
     setStatus(Status::Unknown);
     Q_EMIT q->frameReady();
 }
