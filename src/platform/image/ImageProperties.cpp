@@ -86,6 +86,15 @@ void insertExif(const Exiv2::ExifData& exif, QVariantMap& result)
     insert("{GPS}", gps);
 }
 
+void readUntilDamage(Exiv2::Image& image)
+{
+    try {
+        image.readMetadata();
+    } catch (const std::exception&) {
+        // Cut, by a fault or where the head ends: the blocks before it are read.
+    }
+}
+
 void silenceExiv2()
 {
     static std::once_flag once;
@@ -105,24 +114,17 @@ std::optional<QVariantMap> imageProperties(const QString& path)
     // Only JPEG: what other formats' readers do with a hostile file isn't wanted here.
     if (!head.startsWith("\xFF\xD8"))
         return result;
-    Exiv2::Image::AutoPtr image;
     try {
-        image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.constData()),
-                                          static_cast<long>(head.size()));
-        image->readMetadata();
-    } catch (const std::exception&) {
-        // Damaged, or cut where the head ends: what was read until there stands.
-    }
-    if (!image.get())
-        return result;
-    try {
+        const auto image = Exiv2::ImageFactory::open(reinterpret_cast<const Exiv2::byte*>(head.constData()),
+                                                     static_cast<long>(head.size()));
+        readUntilDamage(*image);
         if (image->pixelWidth() > 0 && image->pixelHeight() > 0) {
             result.insert(QLatin1StringView("PixelWidth"), static_cast<qint64>(image->pixelWidth()));
             result.insert(QLatin1StringView("PixelHeight"), static_cast<qint64>(image->pixelHeight()));
         }
         insertExif(image->exifData(), result);
     } catch (const std::exception&) {
-        // A tag whose value doesn't fit its type: the tags before it stand.
+        // No JPEG after all, or a tag whose value doesn't fit its type: what was read so far stands.
     }
     return result;
 }
