@@ -46,7 +46,7 @@ void setRecentCards(const QStringList& paths)
 CardApplication::CardApplication(QApplication& application)
     : m_theme(application)
 {
-    application.setWindowIcon(QIcon(u":/images/cardreel.svg"_s));
+    QApplication::setWindowIcon(QIcon(u":/images/cardreel.svg"_s));
     InterfaceThread::open();
 }
 

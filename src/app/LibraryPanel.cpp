@@ -28,7 +28,7 @@ LibraryPanel::LibraryPanel(MediaLibrary& library, QWidget* parent)
     , m_pictures(new CardListView(*m_loader, tr("Pictures")))
     , m_inPlay(m_recordings)
 {
-    setMinimumWidth(220);
+    setMinimumWidth(260);
     m_recordings->setModel(m_recordingModel);
     m_events->setModel(m_eventModel);
     m_pictures->setModel(m_pictureModel);

@@ -75,7 +75,7 @@ MainWindow::MainWindow()
 {
     setAttribute(Qt::WA_DeleteOnClose);
     setAcceptDrops(true);
-    setMinimumSize(960, 540);
+    setMinimumSize(1000, 560);
     resize(1440, 900);
     setWindowTitle(QApplication::applicationDisplayName());
     m_pages->addWidget(makeStartPage());
@@ -304,7 +304,7 @@ void MainWindow::showPicture(const std::shared_ptr<PictureInfo>& picture)
     m_rearPane->showPicture(picture->secondaryFilePath);
     m_readout->setClock(picture->pictureDateString);
     const CustomLocation& location = picture->location;
-    m_readout->setFix(location.isValid() ? &location : nullptr, tr("This picture carries no position."));
+    m_readout->setPlace(location.isValid() ? &location : nullptr, tr("This picture carries no position."));
 }
 
 void MainWindow::showMoment(double seconds)

@@ -37,8 +37,7 @@ void PositionSlider::setDuration(double seconds)
 {
     m_duration = std::max(seconds, 0.0);
     if (m_duration == 0)
-        m_isDragged = false; // disabled, it isn't told that the button was let go
-    setEnabled(m_duration > 0);
+        m_isDragged = false; // what was dragged is gone
     update();
 }
 
@@ -101,6 +100,8 @@ void PositionSlider::mouseReleaseEvent(QMouseEvent* event)
 
 void PositionSlider::keyPressEvent(QKeyEvent* event)
 {
+    if (m_duration <= 0)
+        return QWidget::keyPressEvent(event);
     switch (event->key()) {
     case Qt::Key_Left:
         return moveTo(m_position - 1);

@@ -29,7 +29,7 @@ QLabel* addReading(QGridLayout& grid, const QString& name, int width)
     caption->setFont(small);
     auto* value = new QLabel;
     QFont large = value->font();
-    large.setPixelSize(20);
+    large.setPixelSize(18);
     value->setFont(large);
     value->setAccessibleName(name);
     value->setMinimumWidth(width);
@@ -66,12 +66,12 @@ ReadoutBar::ReadoutBar(QWidget* parent)
 {
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(12, 12, 12, 12);
-    grid->setHorizontalSpacing(32);
+    grid->setHorizontalSpacing(24);
     grid->setVerticalSpacing(2);
-    m_clock = addReading(*grid, tr("Time of day"), 250);
-    m_speed = addReading(*grid, tr("Speed"), 90);
-    m_heading = addReading(*grid, tr("Heading"), 60);
-    m_position = addReading(*grid, tr("Position"), 240);
+    m_clock = addReading(*grid, tr("Time of day"), 228);
+    m_speed = addReading(*grid, tr("Speed"), 80);
+    m_heading = addReading(*grid, tr("Heading"), 52);
+    m_position = addReading(*grid, tr("Position"), 210);
     grid->setColumnStretch(grid->columnCount(), 1);
     clear();
 }
@@ -89,9 +89,18 @@ void ReadoutBar::setClock(const QString& text)
 
 void ReadoutBar::setFix(const CustomLocation* fix, const QString& reason)
 {
-    m_speed->setText(fix ? speedText(*fix) : noReading);
-    m_heading->setText(fix ? headingText(*fix) : noReading);
-    m_position->setText(fix ? positionText(*fix) : reason);
+    setPlace(fix, reason);
+    if (!fix)
+        return;
+    m_speed->setText(speedText(*fix));
+    m_heading->setText(headingText(*fix));
+}
+
+void ReadoutBar::setPlace(const CustomLocation* place, const QString& reason)
+{
+    m_speed->setText(noReading);
+    m_heading->setText(noReading);
+    m_position->setText(place ? positionText(*place) : reason);
 }
 
 } // namespace cardreel

@@ -23,6 +23,8 @@ public:
     void setClock(const QString& text);
     /// The fix of the moment; null when there is none, and then `reason` says why.
     void setFix(const CustomLocation* fix, const QString& reason);
+    /// A place without a movement.
+    void setPlace(const CustomLocation* place, const QString& reason);
 
 private:
     QLabel* m_clock;

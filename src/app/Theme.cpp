@@ -106,8 +106,8 @@ Theme::Theme(QApplication& application)
     : m_application(application)
 {
     theTheme = this;
-    m_desktopIsDark = application.palette().color(QPalette::Window).lightness() < 128;
-    application.setStyle(QStyleFactory::create(u"Fusion"_s));
+    m_desktopIsDark = QApplication::palette().color(QPalette::Window).lightness() < 128;
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     const QString chosen = UserDefaults::shared().value(appearanceKey).toString();
     m_appearance = chosen == u"dark" ? Appearance::Dark : chosen == u"light" ? Appearance::Light : Appearance::System;
     apply();
@@ -194,7 +194,7 @@ void Theme::apply()
 {
     m_isDark = m_appearance == Appearance::System ? m_desktopIsDark : m_appearance == Appearance::Dark;
     m_icons.clear();
-    m_application.setPalette(paletteOf(colors()));
+    QApplication::setPalette(paletteOf(colors()));
     m_application.setStyleSheet(styleSheetOf(colors()));
     Q_EMIT changed();
 }

@@ -12,7 +12,7 @@ namespace cardreel {
 
 struct JsonOutput::Private
 {
-    std::array<char, 64 * 1024> buffer{};
+    std::array<char, 65536> buffer{};
     rapidjson::FileWriteStream stream{stdout, buffer.data(), buffer.size()};
     rapidjson::Writer<rapidjson::FileWriteStream> writer{stream};
 };

@@ -11,7 +11,7 @@ namespace cardreel {
 namespace {
 
 /// How much of a picture is looked at. What tells of it stands in blocks of 64 KB at the beginning.
-constexpr qint64 headBytes = 1024 * 1024;
+constexpr qint64 headBytes = 1'048'576;
 
 /// Degrees, minutes and seconds as one number; nothing when the tag holds anything else.
 std::optional<double> degrees(const Exiv2::Value& value)
