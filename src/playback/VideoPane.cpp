@@ -67,7 +67,7 @@ void VideoPane::showPicture(const QString& path)
         QImageReader reader(file.get(), "jpeg");
         reader.setAutoTransform(true);
         // The JPEG reader is much faster at a smaller size, and a pane shows no more than a screen has.
-        if (const QSize natural = reader.size(); natural.width() > mostPictureSize.width())
+        if (const QSize natural = reader.size(); natural.boundedTo(mostPictureSize) != natural)
             reader.setScaledSize(natural.scaled(mostPictureSize, Qt::KeepAspectRatio));
         m_picture = reader.read();
     }

@@ -158,7 +158,7 @@ void CardLayoutTest::readsRecorderDates()
 void CardLayoutTest::showsTheRecordersClockUnchanged()
 {
     const QString text = recordingDateText(u"EVENT/200101235959.MP4"_s);
-    if (localeName().startsWith(u"ja"))
+    if (qgetenv("LC_ALL").startsWith("ja"))
         QCOMPARE(text, u"2020/01/01 23:59:59"_s);
     else
         QVERIFY2(text.contains(u"2020") && text.contains(u"11:59:59"), qPrintable(text));

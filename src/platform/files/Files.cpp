@@ -131,7 +131,6 @@ Status status(const QString& path)
         return result;
     result.exists = true;
     result.isFolder = S_ISDIR(found.stx_mode);
-    result.anyWritePermission = (found.stx_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
     result.size = found.stx_size;
     result.modified = toInstant(found.stx_mtime);
     if (found.stx_mask & STATX_BTIME)

@@ -26,7 +26,6 @@ struct Status
 {
     bool exists = false;
     bool isFolder = false;
-    bool anyWritePermission = false;
     quint64 size = 0;               ///< bytes
     Instant modified{};             ///< meaningful only when it exists
     std::optional<Instant> created; ///< nothing where the file system doesn't keep it

@@ -137,9 +137,4 @@ bool localeUsesMiles()
     return U_SUCCESS(error) && (system == UMS_US || system == UMS_UK);
 }
 
-QString localeName()
-{
-    return QString::fromLatin1(icu::Locale::getDefault().getName());
-}
-
 } // namespace cardreel

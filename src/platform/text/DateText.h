@@ -50,7 +50,4 @@ private:
 /// Whether the user's locale measures roads in miles (United States and United Kingdom systems).
 bool localeUsesMiles();
 
-/// The user's locale as ICU names it, for instance "ja_JP".
-QString localeName();
-
 } // namespace cardreel
