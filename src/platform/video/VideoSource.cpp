@@ -247,8 +247,11 @@ double VideoSource::pixelAspect() const
 
 double VideoSource::duration() const
 {
-    if (m_stream->duration > 0)
-        return static_cast<double>(m_stream->duration) * av_q2d(m_stream->time_base);
+    if (m_stream->duration > 0) {
+        // A track that starts late lasts as long after that.
+        const std::int64_t start = m_stream->start_time == AV_NOPTS_VALUE ? timestamp(0) : m_stream->start_time;
+        return seconds(start + m_stream->duration);
+    }
     return m_context->duration > 0 ? static_cast<double>(m_context->duration) / AV_TIME_BASE : 0;
 }
 

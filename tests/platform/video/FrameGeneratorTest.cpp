@@ -1,6 +1,6 @@
 #include "platform/video/FrameGenerator.h"
 
-#include "SampleVideos.h"
+#include "support/SampleVideos.h"
 
 #include <QElapsedTimer>
 #include <QFile>

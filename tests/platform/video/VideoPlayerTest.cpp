@@ -1,6 +1,6 @@
 #include "platform/video/VideoPlayer.h"
 
-#include "SampleVideos.h"
+#include "support/SampleVideos.h"
 
 #include <QFile>
 #include <QSignalSpy>
