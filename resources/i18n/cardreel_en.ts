@@ -211,6 +211,21 @@
         <source>%1 free</source>
         <translation>%1 free</translation>
     </message>
+    <message>
+        <source>No card</source>
+        <translation>No card</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::LeadButton</name>
+    <message>
+        <source>Lead other windows</source>
+        <translation>Lead other windows</translation>
+    </message>
+    <message>
+        <source>The other windows show the same time of day as this one</source>
+        <translation>The other windows show the same time of day as this one</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::LibraryPanel</name>
@@ -299,22 +314,6 @@
         <translation>&amp;Playback</translation>
     </message>
     <message>
-        <source>&amp;Play or Pause</source>
-        <translation>&amp;Play or Pause</translation>
-    </message>
-    <message>
-        <source>Pre&amp;vious Recording</source>
-        <translation>Pre&amp;vious Recording</translation>
-    </message>
-    <message>
-        <source>&amp;Next Recording</source>
-        <translation>&amp;Next Recording</translation>
-    </message>
-    <message>
-        <source>&amp;Mute</source>
-        <translation>&amp;Mute</translation>
-    </message>
-    <message>
         <source>&amp;Help</source>
         <translation>&amp;Help</translation>
     </message>
@@ -364,12 +363,63 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <translation>There is nothing to play on this card.</translation>
     </message>
     <message>
-        <source>This recording has no rear video.</source>
-        <translation>This recording has no rear video.</translation>
+        <source>Reading telemetry %1 of %2</source>
+        <translation>Reading telemetry %1 of %2</translation>
     </message>
     <message>
-        <source>This picture carries no position.</source>
-        <translation>This picture carries no position.</translation>
+        <source>The card has been removed. Put it back to go on.</source>
+        <translation>The card has been removed. Put it back to go on.</translation>
+    </message>
+    <message>
+        <source>Synchronization canceled.</source>
+        <translation>Synchronization canceled.</translation>
+    </message>
+    <message>
+        <source>Select the media to play or synchronize.</source>
+        <translation>Select the media to play or synchronize.</translation>
+    </message>
+    <message>
+        <source>&amp;New Window</source>
+        <translation>&amp;New Window</translation>
+    </message>
+    <message>
+        <source>Re&amp;cordings</source>
+        <translation>Re&amp;cordings</translation>
+    </message>
+    <message>
+        <source>&amp;Events</source>
+        <translation>&amp;Events</translation>
+    </message>
+    <message>
+        <source>&amp;Pictures</source>
+        <translation>&amp;Pictures</translation>
+    </message>
+    <message>
+        <source>Rear Ca&amp;mera</source>
+        <translation>Rear Ca&amp;mera</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom</source>
+        <translation>&amp;Zoom</translation>
+    </message>
+    <message>
+        <source>&amp;Full Screen</source>
+        <translation>&amp;Full Screen</translation>
+    </message>
+    <message>
+        <source>&amp;Leave Full Screen</source>
+        <translation>&amp;Leave Full Screen</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>&amp;Keyboard Shortcuts</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MomentDisplay</name>
+    <message>
+        <source>This recording has no rear video.</source>
+        <translation>This recording has no rear video.</translation>
     </message>
     <message>
         <source>Reading telemetry…</source>
@@ -380,12 +430,15 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <translation>No GPS position at this moment.</translation>
     </message>
     <message>
-        <source>Reading telemetry %1 of %2</source>
-        <translation>Reading telemetry %1 of %2</translation>
+        <source>This picture carries no position.</source>
+        <translation>This picture carries no position.</translation>
     </message>
+</context>
+<context>
+    <name>cardreel::PaneControls</name>
     <message>
-        <source>The card has been removed. Put it back to go on.</source>
-        <translation>The card has been removed. Put it back to go on.</translation>
+        <source>Zoomed freely</source>
+        <translation>Zoomed freely</translation>
     </message>
 </context>
 <context>
@@ -396,14 +449,109 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::PlaybackActions</name>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>&amp;Play or Pause</translation>
+    </message>
+    <message>
+        <source>&amp;Faster</source>
+        <translation>&amp;Faster</translation>
+    </message>
+    <message>
+        <source>&amp;Slower</source>
+        <translation>&amp;Slower</translation>
+    </message>
+    <message>
+        <source>5 Seconds &amp;Back</source>
+        <translation>5 Seconds &amp;Back</translation>
+    </message>
+    <message>
+        <source>5 Seconds For&amp;ward</source>
+        <translation>5 Seconds For&amp;ward</translation>
+    </message>
+    <message>
+        <source>1 Second Back</source>
+        <translation>1 Second Back</translation>
+    </message>
+    <message>
+        <source>1 Second Forward</source>
+        <translation>1 Second Forward</translation>
+    </message>
+    <message>
+        <source>Previous F&amp;rame</source>
+        <translation>Previous F&amp;rame</translation>
+    </message>
+    <message>
+        <source>Next Fra&amp;me</source>
+        <translation>Next Fra&amp;me</translation>
+    </message>
+    <message>
+        <source>Be&amp;ginning of the Recording</source>
+        <translation>Be&amp;ginning of the Recording</translation>
+    </message>
+    <message>
+        <source>&amp;End of the Recording</source>
+        <translation>&amp;End of the Recording</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Recording</source>
+        <translation>Pre&amp;vious Recording</translation>
+    </message>
+    <message>
+        <source>&amp;Next Recording</source>
+        <translation>&amp;Next Recording</translation>
+    </message>
+    <message>
+        <source>M&amp;ute</source>
+        <translation>M&amp;ute</translation>
+    </message>
+    <message>
+        <source>&amp;Whole Picture</source>
+        <translation>&amp;Whole Picture</translation>
+    </message>
+    <message>
+        <source>&amp;Middle</source>
+        <translation>&amp;Middle</translation>
+    </message>
+    <message>
+        <source>Upper &amp;Left Quarter</source>
+        <translation>Upper &amp;Left Quarter</translation>
+    </message>
+    <message>
+        <source>Upper &amp;Right Quarter</source>
+        <translation>Upper &amp;Right Quarter</translation>
+    </message>
+    <message>
+        <source>Lower L&amp;eft Quarter</source>
+        <translation>Lower L&amp;eft Quarter</translation>
+    </message>
+    <message>
+        <source>Lower Ri&amp;ght Quarter</source>
+        <translation>Lower Ri&amp;ght Quarter</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>Zoom &amp;In</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>Zoom &amp;Out</translation>
+    </message>
+    <message>
+        <source>Mirror Left to Righ&amp;t</source>
+        <translation>Mirror Left to Righ&amp;t</translation>
+    </message>
+    <message>
+        <source>Reset &amp;Zoom</source>
+        <translation>Reset &amp;Zoom</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::PositionSlider</name>
     <message>
         <source>Position</source>
         <translation>Position</translation>
-    </message>
-    <message>
-        <source>Position (Left and Right: one second)</source>
-        <translation>Position (Left and Right: one second)</translation>
     </message>
 </context>
 <context>
@@ -447,6 +595,13 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::ShortcutsSheet</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>Keyboard Shortcuts</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::TransportBar</name>
     <message>
         <source>Previous recording (Page Up)</source>
@@ -464,9 +619,72 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>Mute (M)</source>
         <translation>Mute (M)</translation>
     </message>
+    <message>
+        <source>Elapsed</source>
+        <translation>Elapsed</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>Length</translation>
+    </message>
+    <message>
+        <source>Playback rate (J slower, L faster)</source>
+        <translation>Playback rate (J slower, L faster)</translation>
+    </message>
+    <message>
+        <source>Full screen (F)</source>
+        <translation>Full screen (F)</translation>
+    </message>
+    <message>
+        <source>Leave full screen (F)</source>
+        <translation>Leave full screen (F)</translation>
+    </message>
 </context>
 <context>
-    <name>cardreel::VideoPane</name>
+    <name>cardreel::VolumeSlider</name>
+    <message>
+        <source>Volume</source>
+        <translation>Volume</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ZoomPlayerViewController</name>
+    <message>
+        <source>Play rate</source>
+        <translation>Play rate</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>Whole picture</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>Middle</translation>
+    </message>
+    <message>
+        <source>Upper left quarter</source>
+        <translation>Upper left quarter</translation>
+    </message>
+    <message>
+        <source>Upper right quarter</source>
+        <translation>Upper right quarter</translation>
+    </message>
+    <message>
+        <source>Lower left quarter</source>
+        <translation>Lower left quarter</translation>
+    </message>
+    <message>
+        <source>Lower right quarter</source>
+        <translation>Lower right quarter</translation>
+    </message>
+    <message>
+        <source>Mirror</source>
+        <translation>Mirror</translation>
+    </message>
+    <message>
+        <source>Swap left and right</source>
+        <translation>Swap left and right</translation>
+    </message>
     <message>
         <source>This picture can&apos;t be read: %1</source>
         <translation>This picture can&apos;t be read: %1</translation>

@@ -211,6 +211,21 @@
         <source>%1 free</source>
         <translation>空き %1</translation>
     </message>
+    <message>
+        <source>No card</source>
+        <translation>カードなし</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::LeadButton</name>
+    <message>
+        <source>Lead other windows</source>
+        <translation>ほかのウインドウを先導</translation>
+    </message>
+    <message>
+        <source>The other windows show the same time of day as this one</source>
+        <translation>ほかのウインドウがこのウインドウと同じ時刻を表示します</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::LibraryPanel</name>
@@ -299,22 +314,6 @@
         <translation>再生(&amp;P)</translation>
     </message>
     <message>
-        <source>&amp;Play or Pause</source>
-        <translation>再生／一時停止(&amp;P)</translation>
-    </message>
-    <message>
-        <source>Pre&amp;vious Recording</source>
-        <translation>前の録画(&amp;V)</translation>
-    </message>
-    <message>
-        <source>&amp;Next Recording</source>
-        <translation>次の録画(&amp;N)</translation>
-    </message>
-    <message>
-        <source>&amp;Mute</source>
-        <translation>消音(&amp;M)</translation>
-    </message>
-    <message>
         <source>&amp;Help</source>
         <translation>ヘルプ(&amp;H)</translation>
     </message>
@@ -363,12 +362,63 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <translation>このカードには再生できるものがありません。</translation>
     </message>
     <message>
-        <source>This recording has no rear video.</source>
-        <translation>この録画には後方の映像がありません。</translation>
+        <source>Reading telemetry %1 of %2</source>
+        <translation>走行データを読み込み中 %1／%2</translation>
     </message>
     <message>
-        <source>This picture carries no position.</source>
-        <translation>この静止画には位置情報がありません。</translation>
+        <source>The card has been removed. Put it back to go on.</source>
+        <translation>カードが取り外されました。元に戻すと続けられます。</translation>
+    </message>
+    <message>
+        <source>Synchronization canceled.</source>
+        <translation>同期を解除しました。</translation>
+    </message>
+    <message>
+        <source>Select the media to play or synchronize.</source>
+        <translation>再生または同期するメディアを選択してください。</translation>
+    </message>
+    <message>
+        <source>&amp;New Window</source>
+        <translation>新規ウインドウ(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Re&amp;cordings</source>
+        <translation>録画(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Events</source>
+        <translation>イベント(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Pictures</source>
+        <translation>静止画(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Rear Ca&amp;mera</source>
+        <translation>リアカメラ(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Zoom</source>
+        <translation>ズーム(&amp;Z)</translation>
+    </message>
+    <message>
+        <source>&amp;Full Screen</source>
+        <translation>フルスクリーン(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Leave Full Screen</source>
+        <translation>フルスクリーンを終了(&amp;L)</translation>
+    </message>
+    <message>
+        <source>&amp;Keyboard Shortcuts</source>
+        <translation>キーボードショートカット(&amp;K)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MomentDisplay</name>
+    <message>
+        <source>This recording has no rear video.</source>
+        <translation>この録画には後方の映像がありません。</translation>
     </message>
     <message>
         <source>Reading telemetry…</source>
@@ -379,12 +429,15 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <translation>この時点のGPS位置はありません。</translation>
     </message>
     <message>
-        <source>Reading telemetry %1 of %2</source>
-        <translation>走行データを読み込み中 %1／%2</translation>
+        <source>This picture carries no position.</source>
+        <translation>この静止画には位置情報がありません。</translation>
     </message>
+</context>
+<context>
+    <name>cardreel::PaneControls</name>
     <message>
-        <source>The card has been removed. Put it back to go on.</source>
-        <translation>カードが取り外されました。元に戻すと続けられます。</translation>
+        <source>Zoomed freely</source>
+        <translation>任意の拡大</translation>
     </message>
 </context>
 <context>
@@ -395,14 +448,109 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::PlaybackActions</name>
+    <message>
+        <source>&amp;Play or Pause</source>
+        <translation>再生／一時停止(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Faster</source>
+        <translation>速く(&amp;F)</translation>
+    </message>
+    <message>
+        <source>&amp;Slower</source>
+        <translation>遅く(&amp;S)</translation>
+    </message>
+    <message>
+        <source>5 Seconds &amp;Back</source>
+        <translation>5秒戻る(&amp;B)</translation>
+    </message>
+    <message>
+        <source>5 Seconds For&amp;ward</source>
+        <translation>5秒進む(&amp;W)</translation>
+    </message>
+    <message>
+        <source>1 Second Back</source>
+        <translation>1秒戻る</translation>
+    </message>
+    <message>
+        <source>1 Second Forward</source>
+        <translation>1秒進む</translation>
+    </message>
+    <message>
+        <source>Previous F&amp;rame</source>
+        <translation>前のフレーム(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Next Fra&amp;me</source>
+        <translation>次のフレーム(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Be&amp;ginning of the Recording</source>
+        <translation>録画の先頭(&amp;G)</translation>
+    </message>
+    <message>
+        <source>&amp;End of the Recording</source>
+        <translation>録画の末尾(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Pre&amp;vious Recording</source>
+        <translation>前の録画(&amp;V)</translation>
+    </message>
+    <message>
+        <source>&amp;Next Recording</source>
+        <translation>次の録画(&amp;N)</translation>
+    </message>
+    <message>
+        <source>M&amp;ute</source>
+        <translation>消音(&amp;U)</translation>
+    </message>
+    <message>
+        <source>&amp;Whole Picture</source>
+        <translation>全体(&amp;W)</translation>
+    </message>
+    <message>
+        <source>&amp;Middle</source>
+        <translation>中央(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Upper &amp;Left Quarter</source>
+        <translation>左上(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Upper &amp;Right Quarter</source>
+        <translation>右上(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Lower L&amp;eft Quarter</source>
+        <translation>左下(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Lower Ri&amp;ght Quarter</source>
+        <translation>右下(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;In</source>
+        <translation>拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom &amp;Out</source>
+        <translation>縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Mirror Left to Righ&amp;t</source>
+        <translation>左右反転(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Reset &amp;Zoom</source>
+        <translation>ズームを戻す(&amp;Z)</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::PositionSlider</name>
     <message>
         <source>Position</source>
         <translation>位置</translation>
-    </message>
-    <message>
-        <source>Position (Left and Right: one second)</source>
-        <translation>再生位置（左右キー：1秒）</translation>
     </message>
 </context>
 <context>
@@ -446,6 +594,13 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::ShortcutsSheet</name>
+    <message>
+        <source>Keyboard Shortcuts</source>
+        <translation>キーボードショートカット</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::TransportBar</name>
     <message>
         <source>Previous recording (Page Up)</source>
@@ -463,9 +618,72 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>Mute (M)</source>
         <translation>消音 (M)</translation>
     </message>
+    <message>
+        <source>Elapsed</source>
+        <translation>経過時間</translation>
+    </message>
+    <message>
+        <source>Length</source>
+        <translation>長さ</translation>
+    </message>
+    <message>
+        <source>Playback rate (J slower, L faster)</source>
+        <translation>再生速度（J：遅く、L：速く）</translation>
+    </message>
+    <message>
+        <source>Full screen (F)</source>
+        <translation>フルスクリーン (F)</translation>
+    </message>
+    <message>
+        <source>Leave full screen (F)</source>
+        <translation>フルスクリーンを終了 (F)</translation>
+    </message>
 </context>
 <context>
-    <name>cardreel::VideoPane</name>
+    <name>cardreel::VolumeSlider</name>
+    <message>
+        <source>Volume</source>
+        <translation>音量</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ZoomPlayerViewController</name>
+    <message>
+        <source>Play rate</source>
+        <translation>再生速度</translation>
+    </message>
+    <message>
+        <source>Whole picture</source>
+        <translation>全体</translation>
+    </message>
+    <message>
+        <source>Middle</source>
+        <translation>中央</translation>
+    </message>
+    <message>
+        <source>Upper left quarter</source>
+        <translation>左上</translation>
+    </message>
+    <message>
+        <source>Upper right quarter</source>
+        <translation>右上</translation>
+    </message>
+    <message>
+        <source>Lower left quarter</source>
+        <translation>左下</translation>
+    </message>
+    <message>
+        <source>Lower right quarter</source>
+        <translation>右下</translation>
+    </message>
+    <message>
+        <source>Mirror</source>
+        <translation>左右反転</translation>
+    </message>
+    <message>
+        <source>Swap left and right</source>
+        <translation>左右を入れ替える</translation>
+    </message>
     <message>
         <source>This picture can&apos;t be read: %1</source>
         <translation>この静止画を読み込めません：%1</translation>

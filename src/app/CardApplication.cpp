@@ -14,6 +14,7 @@
 #include <QLibraryInfo>
 #include <QMenu>
 #include <QMessageBox>
+#include <QScreen>
 
 using namespace Qt::StringLiterals;
 
@@ -23,6 +24,7 @@ namespace {
 
 const QString recentKey = u"RecentCards"_s;
 constexpr qsizetype keptRecentCards = 10;
+constexpr int cascade = 32;
 
 // Settings are texts: paths are kept there as their bytes, percent-encoded, for not every path is a text.
 QStringList recentCards()
@@ -48,6 +50,7 @@ CardApplication::CardApplication(QApplication& application)
 {
     QApplication::setWindowIcon(QIcon(u":/images/cardreel.svg"_s));
     InterfaceThread::open();
+    connect(&m_synchronizedPlay, &SynchronizedPlay::newWindowRequested, this, [this] { openWindow(); });
 }
 
 CardApplication::~CardApplication()
@@ -75,9 +78,30 @@ MainWindow* CardApplication::makeWindow()
     m_windows.emplace_back(window);
     connect(window, &MainWindow::openRequested, this, [this, window] { askForCard(window); });
     connect(window, &MainWindow::cardDropped, this, [this, window](const QString& path) { openCard(path, window); });
+    connect(window, &MainWindow::newWindowRequested, this, [this] { openWindow(); });
+    SynchronizedPlay* play = &m_synchronizedPlay;
+    connect(window, &MainWindow::leadRequested, play, [=](bool leading) { play->setLeading(window, leading); });
+    connect(window, &MainWindow::didBecomeKey, play, [=] { play->windowDidBecomeKey(window); });
+    connect(window, &MainWindow::didResignKey, play, [=] { play->windowDidResignKey(window); });
+    connect(window, &MainWindow::didChange, play, &SynchronizedPlay::windowDidChange);
+    connect(window, &MainWindow::didClose, play, [=] { play->removeWindow(window); });
+    play->addWindow(window);
     connect(window->recentMenu(), &QMenu::aboutToShow, this, [this, window] { fillRecentMenu(window); });
     fillRecentMenu(window);
     return window;
+}
+
+void CardApplication::openWindow()
+{
+    MainWindow* window = makeWindow();
+    // Beside the others, where the screen has room, not hiding one of them.
+    if (const QWidget* other = QApplication::activeWindow(); other && !other->isMaximized() && !other->isFullScreen()) {
+        const QRect place(other->pos() + QPoint(cascade, cascade), other->frameGeometry().size());
+        if (other->screen()->availableGeometry().contains(place))
+            window->move(place.topLeft());
+    }
+    window->show();
+    window->activateWindow();
 }
 
 void CardApplication::openCard(const QString& givenPath, MainWindow* preferred)

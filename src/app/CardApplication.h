@@ -1,5 +1,6 @@
 #pragma once
 
+#include "app/SynchronizedPlay.h"
 #include "app/Theme.h"
 
 #include <QObject>
@@ -34,11 +35,14 @@ private:
     void openCard(const QString& givenPath, MainWindow* preferred);
     void askForCard(MainWindow* window);
     MainWindow* makeWindow();
+    /// One more that invites.
+    void openWindow();
     void refuse(const QString& path, MainWindow* window);
     void remember(const QString& path);
     void fillRecentMenu(MainWindow* window);
 
     Theme m_theme;
+    SynchronizedPlay m_synchronizedPlay;
     std::vector<QPointer<MainWindow>> m_windows;
 };
 

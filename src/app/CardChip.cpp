@@ -15,7 +15,7 @@ namespace cardreel {
 CardChip::CardChip(QWidget* parent)
     : QFrame(parent)
     , m_icon(new QLabel)
-    , m_name(new QLabel)
+    , m_name(new QLabel(tr("No card")))
     , m_free(new QLabel)
 {
     setObjectName(u"cardChip"_s);

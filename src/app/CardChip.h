@@ -6,7 +6,7 @@ class QLabel;
 
 namespace cardreel {
 
-/// The open card's name and free space in the tool row. Interface thread.
+/// The open card's name and free space in the tool row; says so when there is none. Interface thread.
 class CardChip : public QFrame
 {
     Q_OBJECT

@@ -7,6 +7,7 @@
 #include "media/DCFInfo.h"
 #include "media/MediaLibrary.h"
 
+#include <QScopedValueRollback>
 #include <QSignalBlocker>
 #include <QStackedWidget>
 #include <QTabBar>
@@ -26,7 +27,7 @@ LibraryPanel::LibraryPanel(MediaLibrary& library, QWidget* parent)
     , m_recordings(new CardListView(*m_loader, tr("Recordings")))
     , m_events(new CardListView(*m_loader, tr("Events")))
     , m_pictures(new CardListView(*m_loader, tr("Pictures")))
-    , m_inPlay(m_recordings)
+    , m_chosenFrom(m_recordings)
 {
     setMinimumWidth(260);
     m_recordings->setModel(m_recordingModel);
@@ -42,7 +43,8 @@ LibraryPanel::LibraryPanel(MediaLibrary& library, QWidget* parent)
     for (CardListView* list : {m_recordings, m_events, m_pictures}) {
         m_tabs->addTab(list->accessibleName());
         m_pages->addWidget(list);
-        connect(list, &CardListView::rowSelected, this, [this, list](int row) { chosen(list, row); });
+        connect(list, &CardListView::selectedRowsChanged, this,
+                [this, list](const QList<int>& rows) { chosen(list, rows); });
     }
     connect(m_tabs, &QTabBar::currentChanged, m_pages, &QStackedWidget::setCurrentIndex);
 
@@ -70,7 +72,7 @@ void LibraryPanel::fill()
     m_recordingModel->setRecordings(m_library.mediaTree());
     m_eventModel->setRecordings(m_library.eventTree());
     m_pictureModel->setPictures(m_library.pictureTree());
-    m_inPlay = m_recordings;
+    m_chosenFrom = m_recordings;
     updateTabs();
 }
 
@@ -83,33 +85,68 @@ void LibraryPanel::updateTabs()
     }
 }
 
-void LibraryPanel::chosen(CardListView* list, int row)
+void LibraryPanel::chosen(CardListView* list, const QList<int>& rows)
 {
-    if (row < 0)
+    if (rows.isEmpty())
         return;
-    m_inPlay = list;
+    if (!m_isClockChoosing)
+        m_chosenFrom = list;
     for (CardListView* other : {m_recordings, m_events, m_pictures}) {
         if (other != list) {
             const QSignalBlocker quiet(other);
             other->clearSelection();
         }
     }
-    if (list == m_pictures)
-        Q_EMIT pictureChosen(m_pictureModel->picture(row));
-    else
-        Q_EMIT recordingChosen((list == m_events ? m_eventModel : m_recordingModel)->recording(row));
+    if (list == m_pictures) {
+        Q_EMIT recordingsSelected({});
+        if (rows.size() == 1)
+            Q_EMIT pictureChosen(std::shared_ptr<PictureInfo>(m_pictureModel->picture(rows.front())));
+        return;
+    }
+    DCFList recordings;
+    for (const int row : rows)
+        recordings.push_back((list == m_events ? m_eventModel : m_recordingModel)->recording(row));
+    Q_EMIT recordingsSelected(recordings);
+    if (recordings.size() == 1)
+        Q_EMIT recordingChosen(recordings.front());
+}
+
+/// Announces the choice also when the row is selected already.
+void LibraryPanel::select(CardListView* list, int row)
+{
+    if (row < 0 || row >= list->model()->rowCount())
+        return;
+    if (list->currentRow() == row) {
+        const QSignalBlocker quiet(list);
+        list->clearSelection();
+    }
+    list->selectRow(row);
 }
 
 void LibraryPanel::selectRecording(int row)
 {
-    m_tabs->setCurrentIndex(0);
-    m_recordings->selectRow(row);
+    showTab(Tab::Recordings);
+    select(m_recordings, row);
     m_recordings->setFocus();
 }
 
-int LibraryPanel::rowOf(const std::shared_ptr<DCFInfo>& dcf) const
+void LibraryPanel::showTab(Tab tab)
 {
-    return m_recordingModel->rowOf(dcf.get());
+    m_tabs->setCurrentIndex(static_cast<int>(tab));
+}
+
+void LibraryPanel::selectCurrentDCF(const std::shared_ptr<DCFInfo>& dcf)
+{
+    const QScopedValueRollback<bool> choosing(m_isClockChoosing, true);
+    select(m_recordings, m_recordingModel->rowOf(dcf.get()));
+}
+
+void LibraryPanel::selectNextDCFWithCurrentDCF(const std::shared_ptr<DCFInfo>& dcf)
+{
+    const QScopedValueRollback<bool> choosing(m_isClockChoosing, true);
+    const int count = m_recordingModel->rowCount();
+    if (count > 0) // a recording that isn't in the list has the row -1
+        select(m_recordings, (m_recordingModel->rowOf(dcf.get()) + 1) % count);
 }
 
 void LibraryPanel::selectNext()
@@ -124,15 +161,32 @@ void LibraryPanel::selectPrevious()
 
 void LibraryPanel::step(int rows)
 {
-    const int count = m_inPlay->model()->rowCount();
-    if (count == 0)
-        return;
-    const int row = m_inPlay->currentRow();
-    const int next = row < 0 ? 0 : (row + rows + count) % count;
-    if (next == row) // a list of one plays its recording anew
-        chosen(m_inPlay, row);
-    else
-        m_inPlay->selectRow(next);
+    if (m_chosenFrom->model()->rowCount() > 0)
+        select(m_chosenFrom, neighbour(rows));
+}
+
+int LibraryPanel::neighbour(int rows) const
+{
+    const int count = m_chosenFrom->model()->rowCount();
+    int row = m_chosenFrom->currentIndex().row();
+    if (m_chosenFrom == m_recordings)
+        row = m_recordingModel->rowOf(m_library.currentDCF().get());
+    else if (m_chosenFrom == m_events && m_eventModel->rowOf(m_library.currentDCF().get()) < 0)
+        return neighbourAmongEvents(rows);
+    else if (m_chosenFrom == m_events)
+        row = m_eventModel->rowOf(m_library.currentDCF().get());
+    return row < 0 ? 0 : (row + rows + count) % count;
+}
+
+/// The clock went on to a recording that is no event: the events next to it in time.
+int LibraryPanel::neighbourAmongEvents(int rows) const
+{
+    const int place = m_recordingModel->rowOf(m_library.currentDCF().get());
+    const int count = m_eventModel->rowCount();
+    int after = 0;
+    while (after < count && m_recordingModel->rowOf(m_eventModel->recording(after).get()) < place)
+        ++after;
+    return ((rows > 0 ? after : after - 1) + count) % count;
 }
 
 } // namespace cardreel

@@ -1,31 +1,35 @@
 #pragma once
 
-#include "media/MediaLibrary.h"
-#include "playback/PlayerPair.h"
+#include "app/CardWatch.h"
+#include "app/SynchronizedPlay.h"
+#include "playback/MediaController.h"
+#include "playback/ZoomPlayerSplitViewController.h"
 
 #include <QElapsedTimer>
 #include <QMainWindow>
 #include <QSet>
-#include <QTimer>
-
-#include <memory>
 
 class QLabel;
 class QMenu;
+class QSplitter;
 class QStackedWidget;
 
 namespace cardreel {
 
 class CardChip;
+class FullScreenMode;
+class LeadButton;
 class LibraryPanel;
+class MomentDisplay;
+class PlaybackActions;
 class ReadoutBar;
 class TransportBar;
-class VideoPane;
 class VideoSplitter;
+class ZoomPlayerViewController;
 
 /// One card's window: its lists at the left, its two cameras, what moves them, and the moment shown in words. Without a
 /// card it invites to open one. Owned by CardApplication; interface thread.
-class MainWindow : public QMainWindow
+class MainWindow : public QMainWindow, public SynchronizedWindow
 {
     Q_OBJECT
 
@@ -34,7 +38,7 @@ public:
     ~MainWindow() override;
 
     /// The card shown; empty when there is none.
-    const QString& cardPath() const { return m_library.rootPath(); }
+    const QString& cardPath() const { return m_controller.rootPath(); }
     /// Reads a folder that CardLayout::mediaIsAvailable() and chooses its first recording. Whether there was anything
     /// on it.
     bool openCard(const QString& rootPath);
@@ -42,47 +46,87 @@ public:
     /// The submenu of cards opened before; CardApplication fills it.
     QMenu* recentMenu() const { return m_recentMenu; }
 
+    MediaController& mediaController() override { return m_controller; }
+    bool hasCard() const override { return !cardPath().isEmpty(); }
+    bool isRearCameraOn() const override;
+    void setSynchronized(bool synchronized) override;
+    void setSilenced(bool silenced) override;
+    void setLeading(bool leading) override;
+    void tellSynchronizationCanceled() override;
+    void tellToSelectMedia() override;
+
 Q_SIGNALS:
     /// The user asks for a card: by a dialog, ...
     void openRequested();
     /// ... by dropping a folder.
     void cardDropped(const QString& path);
+    void newWindowRequested();
+    /// The user switched the lead of other windows.
+    void leadRequested(bool leading);
+    /// The keyboard came to this window or its dialogs, or left them.
+    void didBecomeKey();
+    void didResignKey();
+    /// Another card is shown, or the rear camera was switched.
+    void didChange();
+    /// It is closed or destroyed.
+    void didClose();
 
 protected:
+    bool event(QEvent* event) override;
     void dragEnterEvent(QDragEnterEvent* event) override;
     void dropEvent(QDropEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
 
 private:
+    // Parts and menus: MainWindowParts.cpp
+    QWidget* makeToolRow();
     QWidget* makeStartPage();
     QWidget* makeCardPage();
     void makeMenus();
     void makeAppearanceMenu(QMenu& viewMenu);
-    void showRecording(const std::shared_ptr<DCFInfo>& dcf);
-    void showPicture(const std::shared_ptr<PictureInfo>& picture);
-    void showMoment(double seconds);
-    void showParseProgress(qsizetype done);
-    void setMuted(bool muted);
-    void lookAfterCard();
+    void connectPanes();
+    void connectTransport();
+    void showShortcuts();
 
-    MediaLibrary m_library;
-    PlayerPair m_players;
+    /// A dialog of this window speaks for it.
+    bool isOwnDialog(const QWidget* window) const;
+    void emptyPanes();
+    void showRearCamera(ZoomPlayerSplitViewController::Animation animation);
+    void showParseProgress();
+    void setMuted(bool muted);
+    void setVolume(double volume);
+    void paneDidMute(bool muted);
+    void cardIsGone();
+    void saveLayout();
+
+    MediaController m_controller;
+    QWidget* m_toolRow = nullptr;
     QStackedWidget* m_pages = nullptr;
     QMenu* m_recentMenu = nullptr;
+    QAction* m_rearCamera = nullptr;
+    QAction* m_toggleFullScreen = nullptr;
+    QAction* m_leaveFullScreen = nullptr;
     CardChip* m_chip = nullptr;
+    LeadButton* m_leadButton = nullptr;
     LibraryPanel* m_panel = nullptr;
-    VideoPane* m_frontPane = nullptr;
-    VideoPane* m_rearPane = nullptr;
+    ZoomPlayerViewController* m_frontPane = nullptr;
+    ZoomPlayerViewController* m_rearPane = nullptr;
+    ZoomPlayerSplitViewController* m_panes = nullptr;
+    QSplitter* m_split = nullptr;
     VideoSplitter* m_videoSplitter = nullptr;
     TransportBar* m_transport = nullptr;
     ReadoutBar* m_readout = nullptr;
+    FullScreenMode* m_fullScreen = nullptr;
+    PlaybackActions* m_actions = nullptr;
+    MomentDisplay* m_moment = nullptr;
     QLabel* m_contents = nullptr;
     QLabel* m_progress = nullptr;
     QSet<const DCFInfo*> m_parsed; ///< the recordings of this card that the background parse reported
     QElapsedTimer m_progressShown;
-    QTimer m_cardWatch;
-    bool m_isCardGone = false;
-    bool m_isMuted = false;
+    CardWatch m_cardWatch;
+    double m_volume = 1;
+    bool m_isMuted = false;    ///< by the user
+    bool m_isSilenced = false; ///< because another window is in front
 };
 
 } // namespace cardreel

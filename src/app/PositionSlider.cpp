@@ -1,119 +1,108 @@
 #include "app/PositionSlider.h"
 
-#include "app/Theme.h"
+#include "app/lists/DayAndTime.h"
 
+#include <QLabel>
 #include <QMouseEvent>
-#include <QPainter>
 
 #include <algorithm>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace cardreel {
 
 namespace {
 
-constexpr double handleRadius = 6;
-constexpr double barHeight = 4;
+constexpr int tipGap = 6;
 
 } // namespace
 
+QString playTimeText(double seconds)
+{
+    const qint64 whole = std::isfinite(seconds) && seconds > 0 ? static_cast<qint64>(seconds) : 0;
+    const QString minutesAndSeconds = u"%1:%2"_s.arg(whole / 60 % 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
+    return whole < 3600 ? minutesAndSeconds
+                        : u"%1:%2:%3"_s.arg(whole / 3600)
+                              .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))
+                              .arg(whole % 60, 2, 10, QLatin1Char('0'));
+}
+
 PositionSlider::PositionSlider(QWidget* parent)
-    : QWidget(parent)
+    : BarSlider(Look::Accented, parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
+    setMouseTracking(true);
     setAccessibleName(tr("Position"));
-    setToolTip(tr("Position (Left and Right: one second)"));
-    connect(&Theme::current(), &Theme::changed, this, qOverload<>(&QWidget::update));
+    setActive(false);
 }
 
-void PositionSlider::setPosition(double seconds)
+PositionSlider::~PositionSlider()
 {
-    if (m_isDragged || seconds == m_position)
-        return;
-    m_position = seconds;
-    update();
+    delete m_tip;
 }
 
-void PositionSlider::setDuration(double seconds)
+void PositionSlider::setRecording(double durationSeconds, std::optional<double> startSeconds)
 {
-    m_duration = std::max(seconds, 0.0);
-    if (m_duration == 0)
-        m_isDragged = false; // what was dragged is gone
-    update();
-}
-
-double PositionSlider::secondsAt(double x) const
-{
-    const double span = width() - 2 * handleRadius;
-    return span <= 0 ? 0 : std::clamp((x - handleRadius) / span, 0.0, 1.0) * m_duration;
-}
-
-void PositionSlider::moveTo(double seconds)
-{
-    m_position = std::clamp(seconds, 0.0, m_duration);
-    update();
-    Q_EMIT moved(m_position);
-}
-
-void PositionSlider::paintEvent(QPaintEvent* /*event*/)
-{
-    const ThemeColors& colors = Theme::current().colors();
-    QPainter painter(this);
-    painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(Qt::NoPen);
-    QRectF bar(handleRadius, (height() - barHeight) / 2.0, width() - 2 * handleRadius, barHeight);
-    painter.setBrush(colors.line);
-    painter.drawRoundedRect(bar, barHeight / 2, barHeight / 2);
-    if (m_duration <= 0)
-        return;
-    const double x = handleRadius + bar.width() * std::clamp(m_position / m_duration, 0.0, 1.0);
-    bar.setRight(x);
-    painter.setBrush(colors.accent);
-    painter.drawRoundedRect(bar, barHeight / 2, barHeight / 2);
-    painter.setBrush(colors.text);
-    painter.drawEllipse(QPointF(x, height() / 2.0), handleRadius, handleRadius);
-    if (hasFocus()) {
-        painter.setBrush(Qt::NoBrush);
-        painter.setPen(QPen(colors.accent, 2));
-        painter.drawEllipse(QPointF(x, height() / 2.0), handleRadius + 2, handleRadius + 2);
-    }
+    m_duration = std::isfinite(durationSeconds) ? std::max(durationSeconds, 0.0) : 0;
+    m_start = startSeconds;
+    setActive(m_duration > 0);
+    if (!isActive())
+        hideTip();
 }
 
 void PositionSlider::mousePressEvent(QMouseEvent* event)
 {
-    if (event->button() != Qt::LeftButton || m_duration <= 0)
-        return;
-    m_isDragged = true;
-    moveTo(secondsAt(event->position().x()));
+    BarSlider::mousePressEvent(event);
+    showTip(event->position().x());
 }
 
 void PositionSlider::mouseMoveEvent(QMouseEvent* event)
 {
-    if (m_isDragged)
-        moveTo(secondsAt(event->position().x()));
+    BarSlider::mouseMoveEvent(event);
+    showTip(event->position().x());
 }
 
-void PositionSlider::mouseReleaseEvent(QMouseEvent* event)
+void PositionSlider::leaveEvent(QEvent* event)
 {
-    if (event->button() == Qt::LeftButton)
-        m_isDragged = false;
+    BarSlider::leaveEvent(event);
+    if (!isDragged())
+        hideTip();
 }
 
-void PositionSlider::keyPressEvent(QKeyEvent* event)
+void PositionSlider::hideEvent(QHideEvent* event)
 {
-    if (m_duration <= 0)
-        return QWidget::keyPressEvent(event);
-    switch (event->key()) {
-    case Qt::Key_Left:
-        return moveTo(m_position - 1);
-    case Qt::Key_Right:
-        return moveTo(m_position + 1);
-    case Qt::Key_Home:
-        return moveTo(0);
-    case Qt::Key_End:
-        return moveTo(m_duration);
-    default:
-        QWidget::keyPressEvent(event);
+    BarSlider::hideEvent(event);
+    hideTip();
+}
+
+void PositionSlider::showTip(double x)
+{
+    if (!isActive())
+        return;
+    if (!m_tip || m_tip->parentWidget() != window()) {
+        delete m_tip;
+        m_tip = new QLabel(window());
+        m_tip->setObjectName(u"sliderTip"_s);
+        m_tip->setAttribute(Qt::WA_TransparentForMouseEvents);
     }
+    const double fraction = fractionAt(x);
+    const double seconds = fraction * m_duration;
+    m_tip->setText(m_start
+                       ? recorderTimeText(Instant(std::chrono::milliseconds(std::llround((*m_start + seconds) * 1000))))
+                       : playTimeText(seconds));
+    m_tip->adjustSize();
+    QPoint corner = mapTo(window(), QPoint(static_cast<int>(xOf(fraction)), 0));
+    corner -= QPoint(m_tip->width() / 2, m_tip->height() + tipGap);
+    corner.setX(std::clamp(corner.x(), 4, std::max(4, window()->width() - m_tip->width() - 4)));
+    m_tip->move(corner);
+    m_tip->raise();
+    m_tip->show();
+}
+
+void PositionSlider::hideTip()
+{
+    if (m_tip)
+        m_tip->hide();
 }
 
 } // namespace cardreel

@@ -1,43 +1,45 @@
 #pragma once
 
-#include <QWidget>
+#include "app/BarSlider.h"
+
+#include <QPointer>
+
+#include <optional>
+
+class QLabel;
 
 namespace cardreel {
 
-/// A thin bar with a round handle for a position in a recording; clicks jump, drags scrub, arrow keys step a second.
-/// Interface thread.
-class PositionSlider : public QWidget
+/// The position in a recording. While the pointer is over it, a tip above says what time of day it was there. Interface
+/// thread.
+class PositionSlider : public BarSlider
 {
     Q_OBJECT
 
 public:
     explicit PositionSlider(QWidget* parent = nullptr);
+    ~PositionSlider() override;
 
-    /// Seconds; ignored while the user drags.
-    void setPosition(double seconds);
-    /// Seconds; 0 makes the slider inert.
-    void setDuration(double seconds);
-
-    QSize sizeHint() const override { return {200, 24}; }
-    QSize minimumSizeHint() const override { return {80, 24}; }
-
-Q_SIGNALS:
-    void moved(double seconds);
+    /// The recording's length and the recorder's clock at its start, in seconds and seconds since 1970; a length of 0
+    /// makes the slider inert. Without a clock the tip tells how far into the recording it is.
+    void setRecording(double durationSeconds, std::optional<double> startSeconds);
 
 protected:
-    void paintEvent(QPaintEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
     void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void keyPressEvent(QKeyEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void leaveEvent(QEvent* event) override;
+    void hideEvent(QHideEvent* event) override;
 
 private:
-    double secondsAt(double x) const;
-    void moveTo(double seconds);
+    void showTip(double x);
+    void hideTip();
 
-    double m_position = 0;
+    QPointer<QLabel> m_tip; ///< a child of the window, so that it may stand above this bar and over the video
     double m_duration = 0;
-    bool m_isDragged = false;
+    std::optional<double> m_start;
 };
+
+/// Whole seconds as "1:05" or "1:02:05"; "0:00" for what isn't a length.
+QString playTimeText(double seconds);
 
 } // namespace cardreel

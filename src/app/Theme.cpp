@@ -86,6 +86,11 @@ QString styleSheetOf(const ThemeColors& c)
         QPushButton { background: %4; border: 1px solid %2; border-radius: 6px; padding: 6px 14px; }
         QPushButton:hover { border-color: %5; }
         QPushButton:focus { border-color: %6; }
+        QPushButton:checked { background: %3; border-color: %6; }
+        QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
+        #rateButton { background: %4; border: 1px solid %2; }
+        #rateButton:focus { border-color: %6; padding: 5px; }
+        #sliderTip { background: %4; color: %7; border: 1px solid %2; border-radius: 4px; padding: 3px 6px; }
         QTabBar { background: %1; border-bottom: 1px solid %2; }
         QTabBar::tab { padding: 9px 4px 8px 4px; color: %5; border: none; border-bottom: 2px solid transparent; }
         QTabBar::tab:selected { color: %7; border-bottom: 2px solid %6; font-weight: 600; }

@@ -1,13 +1,19 @@
 #include "app/CardApplication.h"
 
+#include "WindowParts.h"
+#include "app/LeadButton.h"
 #include "app/MainWindow.h"
 #include "platform/BackgroundQueue.h"
 #include "platform/settings/UserDefaults.h"
+#include "playback/MediaControllerManager.h"
+#include "playback/OptionPopover.h"
 #include "support/CardBuilder.h"
 #include "support/TestHome.h"
 
+#include <QAction>
 #include <QApplication>
 #include <QDir>
+#include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
 #include <QTest>
@@ -27,6 +33,39 @@ QList<Widget*> shown()
             result.push_back(found);
     }
     return result;
+}
+
+QPushButton* leadButton(const MainWindow* window)
+{
+    return window->findChild<LeadButton*>();
+}
+
+MainWindow* newestBut(const QList<MainWindow*>& others)
+{
+    for (MainWindow* window : shown<MainWindow>()) {
+        if (!others.contains(window))
+            return window;
+    }
+    return nullptr;
+}
+
+QStringList popovers(const MainWindow* window)
+{
+    QStringList result;
+    for (const OptionPopover* popover : window->findChildren<OptionPopover*>()) {
+        for (const QLabel* label : popover->findChildren<QLabel*>())
+            result.push_back(label->text());
+    }
+    return result;
+}
+
+QAction* actionNamed(const MainWindow* window, const QString& text)
+{
+    for (QAction* action : window->findChildren<QAction*>()) {
+        if (action->text() == text)
+            return action;
+    }
+    qFatal("no action %s", qPrintable(text));
 }
 
 /// The cards in view; empty texts are windows without one.
@@ -52,6 +91,9 @@ private Q_SLOTS:
     void refusesWhatIsNoCard_data();
     void refusesWhatIsNoCard();
     void remembersCards();
+    void windowsLeadEachOther();
+    void theLeaderClosesInTheMiddleOfPlay();
+    void rearCamerasMakeTheDifference();
     void endsInTheMiddleOfAParse();
 
 private:
@@ -129,6 +171,91 @@ void CardApplicationTest::remembersCards()
     actions.back()->trigger();
     Q_EMIT menu->aboutToShow();
     QVERIFY(menu->isEmpty() && !menu->isEnabled());
+}
+
+void CardApplicationTest::windowsLeadEachOther()
+{
+    CardApplication application(*qApp);
+    application.openAtStart({m_card->root()});
+    MainWindow* first = shown<MainWindow>().value(0);
+    first->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(first));
+    QCOMPARE(frontOf(first)->rateLimit(), 16.0);
+    QVERIFY(!frontOf(first)->isMuted());
+
+    // A window that leads nobody gets company, which takes the lead along with the keyboard and asks for a card.
+    leadButton(first)->click();
+    QCOMPARE(shown<MainWindow>().size(), 2);
+    MainWindow* second = newestBut({first});
+    QVERIFY(QTest::qWaitForWindowActive(second));
+    QTRY_VERIFY(second->mediaController().isMasterController());
+    QVERIFY(leadButton(second)->isChecked() && !leadButton(first)->isChecked());
+    QTRY_COMPARE(popovers(second), QStringList{MainWindow::tr("Select the media to play or synchronize.")});
+    QVERIFY(frontOf(second)->rateLimit() == 8);
+    QVERIFY(!frontOf(second)->isMuted());
+
+    QVERIFY(second->openCard(m_other->root()));
+    QCOMPARE(frontOf(first)->rateLimit(), 8.0);
+    QVERIFY(frontOf(first)->isMuted());
+    first->activateWindow();
+    QTRY_VERIFY(first->mediaController().isMasterController());
+    QVERIFY(!frontOf(first)->isMuted() && frontOf(second)->isMuted());
+    // The click that brought the window forward has given it the lead and doesn't take it again.
+    QTest::mouseClick(leadButton(first), Qt::LeftButton);
+    QVERIFY(leadButton(first)->isChecked());
+    leadButton(first)->click();
+    QVERIFY(!first->mediaController().isMasterController() && !leadButton(first)->isChecked());
+    QTRY_COMPARE(popovers(first), QStringList{MainWindow::tr("Synchronization canceled.")});
+}
+
+void CardApplicationTest::theLeaderClosesInTheMiddleOfPlay()
+{
+    const QString path = m_card->path(u"sample"_s);
+    QVERIFY(makeSampleCard(path, 2, 20));
+    CardApplication application(*qApp);
+    application.openAtStart({path, m_other->root(), m_card->root()});
+    const QList<MainWindow*> windows = shown<MainWindow>();
+    QCOMPARE(windows.size(), 3);
+    const auto leader = std::find_if(windows.begin(), windows.end(),
+                                     [&path](const MainWindow* each) { return each->cardPath() == path; });
+    QVERIFY(leader != windows.end());
+    (*leader)->activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(*leader));
+    leadButton(*leader)->click();
+    QVERIFY((*leader)->mediaController().isMasterController());
+    QTRY_VERIFY_WITH_TIMEOUT(frontOf(*leader)->isPlaying() && frontOf(*leader)->progress() > 0, patienceMs);
+    (*leader)->mediaController().updateProgress(0.5);
+    (*leader)->close();
+    QTRY_COMPARE(shown<MainWindow>().size(), 2);
+    for (const MainWindow* window : shown<MainWindow>())
+        QVERIFY(!leadButton(window)->isChecked());
+    QVERIFY(!MediaControllerManager::sharedInstance().masterController());
+    leadButton(shown<MainWindow>().front())->click();
+    QCOMPARE(shown<MainWindow>().size(), 2);
+}
+
+void CardApplicationTest::rearCamerasMakeTheDifference()
+{
+    m_card->file(u"REAR/NORMAL/200101120000.MP4"_s);
+    CardApplication application(*qApp);
+    application.openAtStart({m_card->root()});
+    MainWindow* window = shown<MainWindow>().value(0);
+    QAction* rear = actionNamed(window, MainWindow::tr("Rear Ca&mera"));
+    actionNamed(window, MainWindow::tr("&New Window"))->trigger();
+    QCOMPARE(cardsInView(), (QStringList{u""_s, m_card->root()}));
+    QCOMPARE(frontOf(window)->rateLimit(), 8.0);
+    QVERIFY(rearOf(window)->isVisible());
+    rear->trigger();
+    QCOMPARE(frontOf(window)->rateLimit(), 16.0);
+    QTRY_VERIFY(!rearOf(window)->isVisible()); // it folds away
+    QVERIFY(newestBut({window})->isRearCameraOn());
+    // Remembered.
+    MainWindow next;
+    QVERIFY(next.isRearCameraOn());
+    next.openCard(m_card->root());
+    QVERIFY(!next.isRearCameraOn());
+    rear->trigger();
+    QVERIFY(rearOf(window)->isVisible());
 }
 
 void CardApplicationTest::endsInTheMiddleOfAParse()

@@ -7,6 +7,8 @@
 
 #include <QPainter>
 
+#include <algorithm>
+
 namespace cardreel {
 
 CardListView::CardListView(ThumbnailLoader& loader, const QString& name, QWidget* parent)
@@ -17,7 +19,7 @@ CardListView::CardListView(ThumbnailLoader& loader, const QString& name, QWidget
     setFrameShape(QFrame::NoFrame);
     setVerticalScrollMode(ScrollPerPixel);
     setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-    setSelectionMode(SingleSelection);
+    setSelectionMode(ExtendedSelection);
     setEditTriggers(NoEditTriggers);
     setMouseTracking(true);
     connect(&loader, &ThumbnailLoader::loaded, this, &CardListView::thumbnailLoaded);
@@ -30,10 +32,23 @@ void CardListView::setEmptyText(const QString& text)
     viewport()->update();
 }
 
+QList<int> CardListView::selectedRows() const
+{
+    QList<int> rows;
+    if (selectionModel()) {
+        for (const QItemSelectionRange& range : selectionModel()->selection()) {
+            for (int row = range.top(); row <= range.bottom(); ++row)
+                rows.push_back(row);
+        }
+    }
+    std::sort(rows.begin(), rows.end());
+    return rows;
+}
+
 int CardListView::currentRow() const
 {
-    const QModelIndexList rows = selectionModel() ? selectionModel()->selectedIndexes() : QModelIndexList();
-    return rows.isEmpty() ? -1 : rows.first().row();
+    const QList<int> rows = selectedRows();
+    return rows.size() == 1 ? rows.front() : -1;
 }
 
 void CardListView::selectRow(int row)
@@ -77,10 +92,15 @@ void CardListView::paintEvent(QPaintEvent* event)
                      m_emptyText);
 }
 
+QItemSelectionModel::SelectionFlags CardListView::selectionCommand(const QModelIndex& index, const QEvent* event) const
+{
+    return event ? QListView::selectionCommand(index, event) : QItemSelectionModel::ClearAndSelect;
+}
+
 void CardListView::selectionChanged(const QItemSelection& selected, const QItemSelection& deselected)
 {
     QListView::selectionChanged(selected, deselected);
-    Q_EMIT rowSelected(currentRow());
+    Q_EMIT selectedRowsChanged(selectedRows());
 }
 
 } // namespace cardreel

@@ -160,7 +160,7 @@ void MpvHandle::setWakeup(std::function<void()> wakeup)
             m_handle, [](void* self) { static_cast<MpvHandle*>(self)->m_wakeup(); }, this);
 }
 
-void MpvHandle::pump(const std::function<void(const mpv_event&)>& handle)
+void MpvHandle::pump(const std::function<void(const mpv_event&)>& handle, const std::function<bool()>& isGone)
 {
     if (!m_handle)
         return;
@@ -174,6 +174,8 @@ void MpvHandle::pump(const std::function<void(const mpv_event&)>& handle)
             continue;
         }
         handle(*event);
+        if (isGone())
+            return;
     }
 }
 

@@ -32,8 +32,8 @@ public:
     /// `wakeup` is called on any thread when there are events; it must only queue. None is under way once an empty one
     /// has been set.
     void setWakeup(std::function<void()> wakeup);
-    /// Hands over every event that waits.
-    void pump(const std::function<void(const mpv_event&)>& handle);
+    /// Hands over every event that waits, until `isGone`: then this handle may not exist any more.
+    void pump(const std::function<void(const mpv_event&)>& handle, const std::function<bool()>& isGone);
 
     /// Each returns at once; a reply of the given number follows as an event, errors included.
     void command(std::initializer_list<const char*> arguments, quint64 reply = 0);

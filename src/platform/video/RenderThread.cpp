@@ -124,16 +124,22 @@ void RenderThread::redraw()
     m_wake.notify_one();
 }
 
-void RenderThread::setHidden(bool hidden)
+void RenderThread::setVisibility(Visibility visibility)
 {
     const std::lock_guard lock(m_mutex);
-    m_isHidden = hidden;
-    if (hidden) {
+    m_visibility = visibility;
+    if (visibility == Visibility::Hidden)
         m_image = {};
+    if (visibility != Visibility::Shown)
         return;
-    }
     m_isRedrawWanted = true;
     m_wake.notify_one();
+}
+
+void RenderThread::setPictureInterval(std::chrono::milliseconds interval)
+{
+    const std::lock_guard lock(m_mutex);
+    m_pictureInterval = interval;
 }
 
 QImage RenderThread::image() const
@@ -157,14 +163,17 @@ void RenderThread::run()
             return;
         m_isUpdated = false;
         const bool isRedraw = std::exchange(m_isRedrawWanted, false);
-        const bool isDrawn = !m_isHidden && !m_size.isEmpty();
+        const auto now = std::chrono::steady_clock::now();
+        const bool isDue = isRedraw || now - m_lastDrawn >= m_pictureInterval;
+        const bool isDrawn = m_visibility == Visibility::Shown && !m_size.isEmpty() && isDue;
         const QSize size = m_size;
         const int rotation = m_rotation;
         lock.unlock();
         const bool isNew = (mpv_render_context_update(m_context) & MPV_RENDER_UPDATE_FRAME) != 0;
-        if (isDrawn && (isNew || isRedraw))
+        if (isDrawn && (isNew || isRedraw)) {
+            m_lastDrawn = now;
             draw(size, rotation);
-        else if (isNew)
+        } else if (isNew)
             skip();
         lock.lock();
     }
@@ -203,7 +212,7 @@ void RenderThread::publish(QImage image)
     // theirs.
     QImage former;
     const std::lock_guard lock(m_mutex);
-    if (m_isHidden)
+    if (m_visibility != Visibility::Shown)
         return;
     former = std::exchange(m_image, std::move(image));
     if (m_pictureReady)

@@ -3,6 +3,7 @@
 #include <QImage>
 #include <QSize>
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <memory>
@@ -33,8 +34,14 @@ public:
     void setRotation(int degrees);
     /// Draws the present frame anew.
     void redraw();
-    /// While hidden there is no picture and frames are passed over; showing draws the present frame.
-    void setHidden(bool hidden);
+    enum class Visibility {
+        Hidden, ///< there is no picture, and frames are passed over
+        Held,   ///< the last picture stays, and frames are passed over
+        Shown,  ///< becoming so draws the present frame
+    };
+    void setVisibility(Visibility visibility);
+    /// Frames that follow a drawn one within this time are passed over; 0 draws all.
+    void setPictureInterval(std::chrono::milliseconds interval);
     QImage image() const;
     /// After it returns `pictureReady` is not called any more.
     void detach();
@@ -54,7 +61,9 @@ private:
     QImage m_image;
     QSize m_size;
     int m_rotation = 0;
-    bool m_isHidden = true;
+    Visibility m_visibility = Visibility::Hidden;
+    std::chrono::milliseconds m_pictureInterval{0};
+    std::chrono::steady_clock::time_point m_lastDrawn;
     bool m_isUpdated = false;
     bool m_isRedrawWanted = false;
     bool m_isEnding = false;

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace cardreel {
 
@@ -16,14 +17,14 @@ VideoPlayer::VideoPlayer(AudioOutput audio, QObject* parent)
 
 VideoPlayer::~VideoPlayer() = default;
 
-void VideoPlayer::open(const QString& path)
+void VideoPlayer::replaceCurrentItem(std::shared_ptr<VideoItem> item)
 {
-    d->open(path);
+    d->setItem(std::move(item));
 }
 
-void VideoPlayer::stop()
+const std::shared_ptr<VideoItem>& VideoPlayer::currentItem() const
 {
-    d->stop();
+    return d->item;
 }
 
 void VideoPlayer::play()
@@ -37,24 +38,49 @@ void VideoPlayer::pause()
     d->setPlaying(false);
 }
 
-bool VideoPlayer::isPlaying() const
+double VideoPlayer::rate() const
 {
-    return d->isPlaying;
+    return d->isPlaying ? 1 : 0;
 }
 
-void VideoPlayer::seek(double seconds, SeekMode mode)
+void VideoPlayer::seek(double seconds, double toleranceSeconds)
 {
-    d->seek(seconds, mode == SeekMode::Exact ? SeekQueue::Precision::Exact : SeekQueue::Precision::Keyframe);
+    d->seek(seconds, toleranceSeconds);
 }
 
 bool VideoPlayer::isSeeking() const
 {
-    return d->seeks.isBusy();
+    return d->isSeeking();
 }
 
 void VideoPlayer::stepFrame(FrameStep step)
 {
     d->step(step);
+}
+
+double VideoPlayer::currentTime() const
+{
+    return d->currentTime();
+}
+
+int VideoPlayer::addPeriodicTimeObserver(double intervalSeconds, TimeObserver observer)
+{
+    return d->addObserver(intervalSeconds, std::move(observer));
+}
+
+void VideoPlayer::removeTimeObserver(int handle)
+{
+    d->removeObserver(handle);
+}
+
+void VideoPlayer::setPace(double factor)
+{
+    d->setPace(factor);
+}
+
+void VideoPlayer::setAimsAhead(bool aimsAhead)
+{
+    d->aimsAhead = aimsAhead;
 }
 
 void VideoPlayer::setRenderSize(QSize pixels)
@@ -73,30 +99,30 @@ VideoPlayer::Status VideoPlayer::status() const
     return d->status;
 }
 
-QString VideoPlayer::errorText() const
+bool VideoPlayer::isMuted() const
 {
-    return d->errorText;
-}
-
-double VideoPlayer::position() const
-{
-    return d->position;
-}
-
-double VideoPlayer::duration() const
-{
-    return d->duration;
+    return d->isMuted;
 }
 
 void VideoPlayer::setMuted(bool muted)
 {
-    d->mpv->setFlag("mute", muted);
+    // Told so at each tick, mpv would be busy with it.
+    if (std::exchange(d->isMuted, muted) != muted)
+        d->mpv->setFlag("mute", muted);
+}
+
+double VideoPlayer::volume() const
+{
+    return d->volume;
 }
 
 void VideoPlayer::setVolume(double volume)
 {
+    const double wanted = std::clamp(volume, 0.0, 1.0);
+    if (std::exchange(d->volume, wanted) == wanted)
+        return;
     // mpv's scale follows hearing: its gain is the cube of the fraction.
-    d->mpv->setNumber("volume", 100 * std::cbrt(std::clamp(volume, 0.0, 1.0)));
+    d->mpv->setNumber("volume", 100 * std::cbrt(d->volume));
 }
 
 void VideoPlayer::waitForShutdown()

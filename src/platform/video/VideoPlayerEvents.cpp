@@ -1,9 +1,13 @@
+#include "platform/video/VideoItem.h"
 #include "platform/video/VideoPlayerPrivate.h"
+
+#include <QPointer>
 
 #include <mpv/client.h>
 
 #include <cmath>
 #include <cstring>
+#include <utility>
 
 namespace cardreel {
 
@@ -38,14 +42,10 @@ void VideoPlayer::Private::handle(const mpv_event& event)
             fail(QT_TRANSLATE_NOOP("Keys", "The video \"%1\" can't be decoded."));
         break;
     }
-    case MPV_EVENT_FILE_LOADED:
-        if (isStarted)
-            mpv->askNumber("duration", tag(Reply::Duration));
-        break;
     case MPV_EVENT_PLAYBACK_RESTART:
         if (!isStarted)
             break;
-        if (status == Status::Loading)
+        if (loading == Loading::Sent)
             mpv->askNumber("dwidth", tag(Reply::PictureWidth));
         else if (isSeekSent)
             mpv->askNumber("time-pos", tag(Reply::SeekPosition));
@@ -106,14 +106,18 @@ void VideoPlayer::Private::propertyAnswered(Reply reply, const mpv_event& event)
         if (isNumber)
             positionReported(number);
         break;
-    case Reply::SeekPosition:
+    case Reply::StopPosition:
+        if (!isStopping)
+            break;
+        isStopping = false;
         if (isNumber)
             positionReported(number);
-        finishSeek();
+        Q_EMIT q->seekFinished();
         break;
-    case Reply::Duration:
-        if (isNumber)
-            setDuration(number);
+    case Reply::SeekPosition:
+        if (isNumber && isPlaying)
+            clock.report(number, Clock::now());
+        finishSeek();
         break;
     case Reply::End:
         if (event.error >= 0 && property->format == MPV_FORMAT_FLAG && *static_cast<const int*>(property->data) != 0)
@@ -136,24 +140,52 @@ void VideoPlayer::Private::propertyChanged(const mpv_event_property& property)
             mpv->askFlag("eof-reached", tag(Reply::End));
         else if (status == Status::Ended)
             setStatus(Status::Ready);
-    } else if (property.format == MPV_FORMAT_DOUBLE && status != Status::Loading) {
-        const double number = *static_cast<const double*>(property.data);
-        if (std::strcmp(property.name, "time-pos") == 0)
-            positionReported(number);
-        else
-            setDuration(number);
+    } else if (property.format == MPV_FORMAT_DOUBLE && std::strcmp(property.name, "time-pos") == 0) {
+        positionReported(*static_cast<const double*>(property.data));
+    } else if (property.format == MPV_FORMAT_STRING && std::strcmp(property.name, "hwdec-current") == 0) {
+        DecodingPolicy::shared().setHardware(std::strcmp(*static_cast<char* const*>(property.data), "no") != 0);
+        adaptDecoding();
     }
+}
+
+void VideoPlayer::Private::positionReported(double seconds)
+{
+    // While it is on its way elsewhere the clock shows where that is, and a frame sought exactly needs no report: mpv
+    // then reports what it was told to aim at.
+    if (!isShowing() || seeks.isBusy() || (shownFrame && isShownForSure))
+        return;
+    if (isPlaying)
+        return clock.report(seconds, Clock::now());
+    // After a pause one more frame may come on, which was on its way already.
+    if (shownFrame == seconds)
+        return;
+    const bool isStepped = std::exchange(isStepping, false);
+    shownFrame = seconds;
+    isShownForSure = false;
+    clock.jump(seconds);
+    notifyJump();
+    runSteps();
+    if (isStepped && !isSeeking())
+        Q_EMIT q->seekFinished();
 }
 
 void VideoPlayer::Private::endReported()
 {
-    if (status != Status::Ready)
+    if (!isShowing() || seeks.isBusy())
         return;
     if (mpv->takeReadError())
         return fail(QT_TRANSLATE_NOOP("Keys", "The video \"%1\" can't be read any further."));
+    isStepping = false;
+    pendingSteps = 0;
+    if (isPlaying && status == Status::Ready)
+        clock.finish();
+    const std::shared_ptr<VideoItem> ended = item;
+    const QPointer<VideoPlayer> self(q);
     setStatus(Status::Ended);
-    if (isPlaying)
-        Q_EMIT q->endReached();
+    if (!self || !isPlaying || ended != item || std::exchange(isEndTold, true))
+        return;
+    notifyJump();
+    Q_EMIT q->itemDidPlayToEnd(ended);
 }
 
 } // namespace cardreel

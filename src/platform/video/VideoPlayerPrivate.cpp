@@ -1,8 +1,9 @@
 #include "platform/video/VideoPlayerPrivate.h"
 
-#include "platform/files/Files.h"
-#include "platform/text/Localization.h"
 #include "platform/video/BackgroundEnd.h"
+#include "platform/video/VideoItem.h"
+
+#include <QPointer>
 
 #include <mpv/client.h>
 
@@ -19,6 +20,11 @@ namespace {
 constexpr double seekAimSeconds = 0.003;
 // Anything before a frame's start belongs to the frame before it.
 constexpr double beforeFrameSeconds = 0.0005;
+// Nearer than any two frames are.
+constexpr double sameTimeSeconds = 1e-6;
+// Scrubbing should show eight pictures a second at least; slower exact seeks are preceded by key frames.
+constexpr double slowSeekSeconds = 0.11;
+constexpr auto tickInterval = std::chrono::milliseconds(10);
 
 struct ScalerOption
 {
@@ -40,34 +46,18 @@ constexpr ScalerOption scalerOptions[] = {
 VideoPlayer::Private::Private(VideoPlayer* player, AudioOutput audio)
     : q(player)
     , mpv(std::make_unique<MpvHandle>(audio == AudioOutput::None ? "null" : "pulse,pipewire,alsa,null"))
+    , hasOutput(audio == AudioOutput::Device)
 {
+    timer.setTimerType(Qt::PreciseTimer);
+    timer.setInterval(tickInterval);
+    connect(&timer, &QTimer::timeout, q, [this] {
+        measurePace();
+        notify(false);
+    });
     if (!mpv->isValid())
         return;
-    render = std::make_unique<RenderThread>(mpv->get(), [this] {
-        if (isFrameQueued.exchange(true))
-            return;
-        QMetaObject::invokeMethod(
-            q,
-            [this] {
-                isFrameQueued = false;
-                Q_EMIT q->frameReady();
-            },
-            Qt::QueuedConnection);
-    });
-    lookup = std::make_unique<FrameLookup>([this](quint64 answered, FrameLookup::Frame frame) {
-        QMetaObject::invokeMethod(
-            q,
-            [this, answered, frame] {
-                if (answered != question || !seeks.isBusy())
-                    return;
-                if (!isPlaying)
-                    soughtFrame = frame.seconds;
-                // mpv takes the key frame that precedes the target in the file, which may follow it on the screen.
-                mpv->setNumber("hr-seek-demuxer-offset", frame.seekBefore + seekAimSeconds);
-                sendSeek(frame.seconds + seekAimSeconds, "absolute+exact");
-            },
-            Qt::QueuedConnection);
-    });
+    makeRenderThread();
+    makeLookup();
     mpv->setWakeup([this] {
         if (isPumpQueued.exchange(true))
             return;
@@ -75,13 +65,15 @@ VideoPlayer::Private::Private(VideoPlayer* player, AudioOutput audio)
             q,
             [this] {
                 isPumpQueued = false;
-                mpv->pump([this](const mpv_event& event) { handle(event); });
+                // Whoever is told something may destroy the player.
+                const QPointer<VideoPlayer> self(q);
+                mpv->pump([this](const mpv_event& event) { handle(event); }, [&self] { return !self; });
             },
             Qt::QueuedConnection);
     });
     mpv_observe_property(mpv->get(), 0, "time-pos", MPV_FORMAT_DOUBLE);
-    mpv_observe_property(mpv->get(), 0, "duration", MPV_FORMAT_DOUBLE);
     mpv_observe_property(mpv->get(), 0, "eof-reached", MPV_FORMAT_FLAG);
+    mpv_observe_property(mpv->get(), 0, "hwdec-current", MPV_FORMAT_STRING);
     applyQuality();
 }
 
@@ -109,45 +101,49 @@ VideoPlayer::Private::~Private()
     });
 }
 
-void VideoPlayer::Private::reset()
+void VideoPlayer::Private::makeRenderThread()
 {
-    ++generation;
-    entry.reset();
-    isStarted = false;
-    isSeekSent = false;
-    soughtFrame.reset();
-    ++question; // an answer under way is nobody's
-    seeks.clear();
-    errorText.clear();
-    if (render)
-        render->setHidden(true);
-    mpv->takeReadError();
+    render = std::make_unique<RenderThread>(mpv->get(), [this] {
+        if (isFrameQueued.exchange(true))
+            return;
+        QMetaObject::invokeMethod(
+            q,
+            [this] {
+                isFrameQueued = false;
+                Q_EMIT q->frameReady();
+            },
+            Qt::QueuedConnection);
+    });
 }
 
-void VideoPlayer::Private::open(const QString& newPath)
+void VideoPlayer::Private::makeLookup()
 {
-    reset();
-    path = newPath;
-    setPlaying(false);
-    setDuration(0); // first: a position is reckoned with the length it belongs to
-    setPosition(0);
-    if (!render || !render->isValid())
-        return fail(QT_TRANSLATE_NOOP("Keys", "The video player couldn't be started."));
-    seeks.hold();
-    lookup->open(path);
-    setStatus(Status::Loading);
-    mpv->command({"loadfile", MpvHandle::location(path).constData(), "replace"}, tag(Reply::Load));
+    lookup = std::make_unique<FrameLookup>([this](quint64 answered, FrameLookup::Frame frame) {
+        QMetaObject::invokeMethod(
+            q,
+            [this, answered, frame] {
+                if (answered == question)
+                    frameLookedUp(frame);
+            },
+            Qt::QueuedConnection);
+    });
 }
 
-void VideoPlayer::Private::stop()
+double VideoPlayer::Private::speed() const
 {
-    reset();
-    mpv->command({"stop"});
-    setPlaying(false);
-    setDuration(0); // first: a position is reckoned with the length it belongs to
-    setPosition(0);
-    setStatus(Status::Unknown);
-    Q_EMIT q->frameReady();
+    return item ? item->speed() : 1;
+}
+
+double VideoPlayer::Private::fileDuration() const
+{
+    return item ? item->duration() * item->speed() : 0;
+}
+
+double VideoPlayer::Private::currentTime() const
+{
+    const double seconds = clock.time(Clock::now());
+    const double length = fileDuration();
+    return (length > 0 ? std::min(seconds, length) : seconds) / speed();
 }
 
 void VideoPlayer::Private::setPlaying(bool playing)
@@ -155,11 +151,25 @@ void VideoPlayer::Private::setPlaying(bool playing)
     if (isPlaying == playing)
         return;
     isPlaying = playing;
-    if (playing)
-        soughtFrame.reset();
+    shownFrame.reset();
+    pendingSteps = 0;
+    isStepping = false;
+    clock.setRunning(playing, Clock::now());
+    if (render)
+        applyPictureInterval(); // before the last frame comes, which has to be drawn, and drawn again in quality
     mpv->setFlag("pause", !playing);
     applyQuality();
-    Q_EMIT q->playingChanged(playing);
+    if (playing) {
+        paceSince = {};
+        mpv->askFlag("eof-reached", tag(Reply::End)); // at the end nothing would change any more
+    }
+    isStopping = !playing && isShowing() && !seeks.isBusy();
+    if (isStopping)
+        mpv->askNumber("time-pos", tag(Reply::StopPosition));
+    adaptDecoding();
+    updateTimer();
+    notifyJump();
+    Q_EMIT q->rateChanged(playing ? 1 : 0);
 }
 
 void VideoPlayer::Private::setStatus(Status newStatus)
@@ -167,55 +177,18 @@ void VideoPlayer::Private::setStatus(Status newStatus)
     if (status == newStatus)
         return;
     status = newStatus;
+    updateTimer();
     Q_EMIT q->statusChanged(newStatus);
 }
 
-void VideoPlayer::Private::setPosition(double seconds)
+void VideoPlayer::Private::setPace(double factor)
 {
-    if (position == seconds)
+    if (!item || std::abs(factor - pace) < 1e-3)
         return;
-    position = seconds;
-    Q_EMIT q->positionChanged(seconds);
-}
-
-void VideoPlayer::Private::setDuration(double seconds)
-{
-    if (duration == seconds)
-        return;
-    duration = seconds;
-    Q_EMIT q->durationChanged(seconds);
-}
-
-void VideoPlayer::Private::positionReported(double seconds)
-{
-    // After an exact seek mpv reports what it was told to aim at, or where the sound is; the frame shown is known
-    // better.
-    setPosition(soughtFrame.value_or(seconds));
-}
-
-void VideoPlayer::Private::fail(const char* key)
-{
-    reset();
-    // Sound without a picture would go on otherwise.
-    mpv->command({"stop"});
-    setPlaying(false);
-    const QString text = localizedText(key).arg(files::displayPath(files::nameOf(path)));
-    errorText = text;
-    const quint64 failed = generation;
-    setStatus(Status::Failed);
-    Q_EMIT q->frameReady();
-    // Somebody may have answered the status by opening another file.
-    if (failed == generation)
-        Q_EMIT q->failed(text);
-}
-
-void VideoPlayer::Private::becomeReady()
-{
-    render->setHidden(false);
-    setStatus(Status::Ready);
-    applyQuality();
-    mpv->askNumber("time-pos", tag(Reply::Position));
-    start(seeks.finished());
+    pace = factor;
+    paceSince = {};
+    clock.setSpeed(speed() * pace, Clock::now());
+    mpv->setNumber("speed", speed() * pace);
 }
 
 void VideoPlayer::Private::applyQuality()
@@ -229,12 +202,45 @@ void VideoPlayer::Private::applyQuality()
                      &option == std::end(scalerOptions) - 1 ? tag(Reply::Quality) : 0);
 }
 
-void VideoPlayer::Private::seek(double seconds, SeekQueue::Precision precision)
+void VideoPlayer::Private::seek(double itemSeconds, double toleranceSeconds)
 {
-    if (status == Status::Unknown || status == Status::Failed || !std::isfinite(seconds))
+    if (status == Status::Unknown || status == Status::Failed || !std::isfinite(itemSeconds))
         return;
+    const double now = clock.time(Clock::now());
     // Not brought below the end: a track may reach a little beyond the length that its file claims.
-    start(seeks.request({std::max(seconds, 0.0), precision}));
+    const double target = std::max(itemSeconds * speed(), 0.0);
+    const double length = fileDuration();
+    const double shown = length > 0 ? std::min(target, length) : target;
+    // Within the tolerance: where it has to be once it is there.
+    const double aim =
+        aimsAhead && isPlaying ? target + std::min(playingSeekSeconds, toleranceSeconds) * speed() : target;
+    pendingSteps = 0;
+    isStepping = false;
+    isStopping = false;
+    if (loading == Loading::Queued || loading == Loading::Looking) {
+        loadStart = aim;
+        jumpClock(shown);
+        if (loading == Loading::Looking)
+            question = lookup->ask(aim);
+        return notifyJump();
+    }
+    if (seeks.isBusy() ? std::abs(aim - seekTarget) < sameTimeSeconds
+                       : (isPlaying ? status == Status::Ready && std::abs(shown - now) <= toleranceSeconds * speed()
+                                    : shownFrame && std::abs(shown - now) < sameTimeSeconds))
+        return;
+    isEndTold = false;
+    jumpClock(shown);
+    notifyJump();
+    seekTarget = aim;
+    start(seeks.request({aim, SeekQueue::Precision::Exact}));
+}
+
+void VideoPlayer::Private::jumpClock(double seconds)
+{
+    if (aimsAhead && isPlaying)
+        clock.jumpOnTheRun(seconds, Clock::now());
+    else
+        clock.jump(seconds);
 }
 
 void VideoPlayer::Private::start(const std::optional<SeekQueue::Target>& target)
@@ -242,12 +248,30 @@ void VideoPlayer::Private::start(const std::optional<SeekQueue::Target>& target)
     applyQuality();
     if (!target)
         return;
-    if (target->precision == SeekQueue::Precision::Exact)
-        question = lookup->ask(target->seconds);
-    else {
-        soughtFrame.reset();
+    shownFrame.reset();
+    seekStart = Clock::now();
+    isPreview = target->precision == SeekQueue::Precision::Keyframe;
+    if (isPreview || decoding == Decoding::KeyFrames)
         sendSeek(target->seconds, "absolute+keyframes");
+    else
+        question = lookup->ask(target->seconds);
+}
+
+void VideoPlayer::Private::frameLookedUp(FrameLookup::Frame frame)
+{
+    if (loading == Loading::Looking)
+        return sendLoad(frame);
+    if (!seeks.isBusy() || isSeekSent)
+        return;
+    if (!isPlaying) {
+        shownFrame = frame.seconds;
+        isShownForSure = true;
     }
+    if (isStepping)
+        clock.jump(frame.seconds);
+    // mpv takes the key frame that precedes the target in the file, which may follow it on the screen.
+    mpv->setNumber("hr-seek-demuxer-offset", frame.seekBefore + seekAimSeconds);
+    sendSeek(frame.seconds + seekAimSeconds, "absolute+exact");
 }
 
 void VideoPlayer::Private::sendSeek(double seconds, const char* flags)
@@ -258,21 +282,108 @@ void VideoPlayer::Private::sendSeek(double seconds, const char* flags)
 void VideoPlayer::Private::finishSeek()
 {
     isSeekSent = false;
-    start(seeks.finished());
-    if (!seeks.isBusy())
+    const double took = std::chrono::duration<double>(Clock::now() - seekStart).count();
+    if (isPlaying) {
+        playingSeekSeconds = 0.7 * playingSeekSeconds + 0.3 * took;
+    } else if (!isPreview) {
+        exactSeekSeconds = exactSeekSeconds > 0 ? 0.7 * exactSeekSeconds + 0.3 * took : took;
+    }
+    std::optional<SeekQueue::Target> next = seeks.finished();
+    if (next && exactSeekSeconds > slowSeekSeconds && !isPlaying)
+        next->precision = SeekQueue::Precision::Keyframe;
+    else if (!next && isPreview)
+        next = seeks.request({seekTarget, SeekQueue::Precision::Exact});
+    start(next);
+    if (seeks.isBusy())
+        return;
+    isStepping = false;
+    paceSince = {};
+    // It played on for some frames when it was paused while the seek was under way.
+    isStopping = !isPlaying && !shownFrame && isShowing();
+    if (isStopping)
+        mpv->askNumber("time-pos", tag(Reply::StopPosition));
+    notifyJump();
+    runSteps();
+    adaptDecoding();
+    if (!isSeeking())
         Q_EMIT q->seekFinished();
 }
 
 void VideoPlayer::Private::step(FrameStep step)
 {
     setPlaying(false);
-    if ((status != Status::Ready && status != Status::Ended) || seeks.isBusy())
+    if (status != Status::Ready && status != Status::Ended)
         return;
-    if (step == FrameStep::Forward) {
-        soughtFrame.reset();
+    pendingSteps += step == FrameStep::Forward ? 1 : -1;
+    runSteps();
+}
+
+void VideoPlayer::Private::runSteps()
+{
+    // One after the other: each begins where the last one led.
+    if (pendingSteps == 0 || isStepping || !isShowing() || seeks.isBusy() || !shownFrame)
+        return;
+    isStepping = true;
+    if (pendingSteps > 0) {
+        --pendingSteps;
+        shownFrame.reset();
         mpv->command({"frame-step"});
     } else {
-        seek(position - beforeFrameSeconds, SeekQueue::Precision::Exact);
+        ++pendingSteps;
+        seekTarget = std::max(*shownFrame - beforeFrameSeconds, 0.0);
+        start(seeks.request({seekTarget, SeekQueue::Precision::Exact}));
+    }
+}
+
+int VideoPlayer::Private::addObserver(double intervalSeconds, TimeObserver observer)
+{
+    observers.push_back({++lastHandle, intervalSeconds, std::move(observer), -1});
+    return lastHandle;
+}
+
+void VideoPlayer::Private::removeObserver(int handle)
+{
+    std::erase_if(observers, [handle](const Observer& observer) { return observer.handle == handle; });
+}
+
+void VideoPlayer::Private::updateTimer()
+{
+    const bool isWanted = isPlaying && status == Status::Ready;
+    if (isWanted && !timer.isActive())
+        timer.start();
+    else if (!isWanted)
+        timer.stop();
+}
+
+void VideoPlayer::Private::notifyJump()
+{
+    // Later, because an observer may be what asked for the jump.
+    if (std::exchange(isJumpQueued, true))
+        return;
+    QMetaObject::invokeMethod(
+        q,
+        [this] {
+            isJumpQueued = false;
+            notify(true);
+        },
+        Qt::QueuedConnection);
+}
+
+void VideoPlayer::Private::notify(bool isJump)
+{
+    if (status != Status::Ready && status != Status::Ended)
+        return;
+    const double time = currentTime();
+    const QPointer<VideoPlayer> self(q);
+    // An observer may add or remove others, and destroy the player.
+    for (std::size_t i = 0; self && i < observers.size(); ++i) {
+        Observer& observer = observers[i];
+        // The timer isn't as even as the time: half an interval counts as one.
+        if (!isJump && time >= observer.last && time - observer.last < observer.intervalSeconds / 2)
+            continue;
+        observer.last = time;
+        const TimeObserver call = observer.call;
+        call(time);
     }
 }
 

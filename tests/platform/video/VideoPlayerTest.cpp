@@ -1,5 +1,8 @@
 #include "platform/video/VideoPlayer.h"
 
+#include "platform/video/VideoAsset.h"
+#include "platform/video/VideoComposition.h"
+#include "platform/video/VideoItem.h"
 #include "support/SampleVideos.h"
 
 #include <QFile>
@@ -23,6 +26,28 @@ std::unique_ptr<VideoPlayer> makePlayer()
     auto player = std::make_unique<VideoPlayer>(VideoPlayer::AudioOutput::None);
     player->setRenderSize(QSize(320, 180));
     return player;
+}
+
+void open(VideoPlayer& player, const QString& path)
+{
+    player.replaceCurrentItem(std::make_shared<VideoItem>(std::make_shared<VideoAsset>(path)));
+}
+
+/// The file without its sound, squeezed to play so many times as fast.
+std::shared_ptr<VideoItem> scaledItem(const QString& path, double speed)
+{
+    VideoComposition composition;
+    if (!composition.insertTimeRange(std::make_shared<VideoAsset>(path)))
+        return nullptr;
+    composition.removeAudioTracks();
+    if (!composition.scaleTimeRange(composition.duration(), composition.duration() / speed))
+        return nullptr;
+    return std::make_shared<VideoItem>(composition);
+}
+
+bool isPlaying(const VideoPlayer& player)
+{
+    return player.rate() != 0;
 }
 
 } // namespace
@@ -63,22 +88,24 @@ private Q_SLOTS:
         const QString path = m_samples.bad(kind);
         QVERIFY(!path.isEmpty());
         const auto player = makePlayer();
-        QSignalSpy failures(player.get(), &VideoPlayer::failed);
-        player->open(path);
+        QSignalSpy statuses(player.get(), &VideoPlayer::statusChanged);
+        open(*player, path);
         QCOMPARE(player->status(), Status::Loading);
         player->play();
         WAIT_FOR(player->status() == Status::Failed);
-        QCOMPARE(failures.count(), 1);
-        QVERIFY2(player->errorText().contains(reason), qPrintable(player->errorText()));
-        QVERIFY2(player->errorText().contains(u"bad-"_s + QString::fromLatin1(kind)), qPrintable(player->errorText()));
+        QCOMPARE(statuses.count(), 2);
+        QCOMPARE(player->currentItem()->status(), VideoItem::Status::Failed);
+        QVERIFY2(player->currentItem()->errorText().contains(reason), qPrintable(player->currentItem()->errorText()));
+        QVERIFY2(player->currentItem()->errorText().contains(u"bad-"_s + QString::fromLatin1(kind)),
+                 qPrintable(player->currentItem()->errorText()));
         QVERIFY(player->currentFrame().isNull());
-        QVERIFY(!player->isPlaying());
+        QVERIFY(!isPlaying(*player));
 
         // A pane is used for the next file after a bad one.
         const SampleVideo& video = m_samples.good("h264");
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
-        QCOMPARE(player->errorText(), QString());
+        QCOMPARE(player->currentItem()->errorText(), QString());
     }
 
     void opensPausedOnTheFirstFrame()
@@ -86,17 +113,16 @@ private Q_SLOTS:
         const SampleVideo& video = m_samples.good("sound");
         const auto player = makePlayer();
         QSignalSpy statuses(player.get(), &VideoPlayer::statusChanged);
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         QCOMPARE(player->status(), Status::Ready);
         QCOMPARE(statuses.count(), 2);
-        QVERIFY(!player->isPlaying());
-        QCOMPARE(player->position(), 0.0);
-        WAIT_FOR(std::abs(player->duration() - video.duration) < 0.05);
-        player->stop();
+        QVERIFY(!isPlaying(*player));
+        QCOMPARE(player->currentTime(), 0.0);
+        WAIT_FOR(std::abs(player->currentItem()->duration() - video.duration) < 0.05);
+        player->replaceCurrentItem(nullptr);
         QCOMPARE(player->status(), Status::Unknown);
         QVERIFY(player->currentFrame().isNull());
-        QCOMPARE(player->duration(), 0.0);
     }
 
     void seeksToTheFrameThatContainsTheTime_data()
@@ -113,7 +139,7 @@ private Q_SLOTS:
         const auto player = makePlayer();
         if (video.rotation % 180 != 0)
             player->setRenderSize(QSize(180, 320));
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
         int seeks = 0;
@@ -129,8 +155,7 @@ private Q_SLOTS:
             ++seeks;
             WAIT_FOR(finished.count() == seeks);
             WAIT_FOR_FRAME(frame);
-            QVERIFY2(std::abs(player->position() - start) < 0.002,
-                     qPrintable(u"%1 instead of %2"_s.arg(player->position()).arg(start)));
+            QCOMPARE(player->currentTime(), times[(seeks - 1) % 3]);
         }
     }
 
@@ -138,7 +163,7 @@ private Q_SLOTS:
     {
         const SampleVideo& video = m_samples.good("h264");
         const auto player = makePlayer();
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         player->seek(1000);
         WAIT_FOR_FRAME(99);
@@ -148,23 +173,12 @@ private Q_SLOTS:
         QVERIFY(!player->isSeeking());
     }
 
-    void seeksToKeyFrames()
-    {
-        const SampleVideo& video = m_samples.good("h264");
-        const auto player = makePlayer();
-        player->open(video.path);
-        WAIT_FOR_FRAME(0);
-        player->seek(1.6, VideoPlayer::SeekMode::Keyframe);
-        WAIT_FOR(!player->isSeeking());
-        WAIT_FOR_FRAME(30);
-    }
-
     void scrubbingEndsOnTheNewestPosition()
     {
         const SampleVideo& video = m_samples.good("h264");
         const auto player = makePlayer();
         QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
-        player->open(video.path);
+        open(*player, video.path);
         // The first of them come while the file still loads.
         for (int i = 0; i < 300; ++i) {
             player->seek(i % 97 * 0.033);
@@ -181,21 +195,21 @@ private Q_SLOTS:
     {
         const SampleVideo& video = m_samples.good("variable");
         const auto player = makePlayer();
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         player->seek(video.starts[28] + 0.01);
         WAIT_FOR_FRAME(28);
         for (const int frame : {29, 30, 31}) {
             player->stepFrame();
             WAIT_FOR_FRAME(frame);
-            WAIT_FOR(std::abs(player->position() - video.starts[static_cast<std::size_t>(frame)]) < 0.002);
+            WAIT_FOR(std::abs(player->currentTime() - video.starts[static_cast<std::size_t>(frame)]) < 0.002);
         }
         for (const int frame : {30, 29, 28}) {
             player->stepFrame(VideoPlayer::FrameStep::Backward);
             WAIT_FOR_FRAME(frame);
             WAIT_FOR(!player->isSeeking());
         }
-        QVERIFY(!player->isPlaying());
+        QVERIFY(!isPlaying(*player));
     }
 
     void playsToTheEndAndReportsItOnce_data()
@@ -209,17 +223,18 @@ private Q_SLOTS:
         QFETCH(bool, isCut);
         const SampleVideo& video = isCut ? m_samples.cut() : m_samples.good("sound");
         const auto player = makePlayer();
-        QSignalSpy ends(player.get(), &VideoPlayer::endReached);
-        QSignalSpy positions(player.get(), &VideoPlayer::positionChanged);
-        player->open(video.path);
+        QSignalSpy ends(player.get(), &VideoPlayer::itemDidPlayToEnd);
+        int ticks = 0;
+        player->addPeriodicTimeObserver(0.01, [&ticks](double) { ++ticks; });
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         player->seek(0.5);
         player->play();
-        QVERIFY(player->isPlaying());
+        QVERIFY(isPlaying(*player));
         WAIT_FOR(player->status() == Status::Ended);
         QCOMPARE(ends.count(), 1);
-        QVERIFY(player->isPlaying());
-        QVERIFY(positions.count() > 5);
+        QVERIFY(isPlaying(*player));
+        QVERIFY(ticks > 5);
         if (!isCut)
             WAIT_FOR_FRAME(99);
 
@@ -233,23 +248,135 @@ private Q_SLOTS:
         QCOMPARE(ends.count(), 2);
     }
 
-    void pausedAtTheEndNothingIsReported()
+    void stopsOnTheFrameOfItsTime_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        QTest::addColumn<double>("speed");
+        QTest::newRow("half") << QByteArray("sound") << 0.5;
+        QTest::newRow("with sound") << QByteArray("sound") << 1.0;
+        QTest::newRow("variable") << QByteArray("variable") << 1.0;
+        QTest::newRow("twice") << QByteArray("hevc") << 2.0;
+        QTest::newRow("sixteen times") << QByteArray("h264") << 16.0;
+    }
+    void stopsOnTheFrameOfItsTime()
+    {
+        QFETCH(QByteArray, kind);
+        QFETCH(double, speed);
+        const SampleVideo& video = m_samples.good(kind);
+        const auto player = makePlayer();
+        if (speed == 1.0)
+            open(*player, video.path);
+        else
+            player->replaceCurrentItem(scaledItem(video.path, speed));
+        for (int stop = 0; stop < 8; ++stop) {
+            // Not from a frame's start, and to where a tick happens to be.
+            player->seek((0.12 + 0.21 * stop) / speed);
+            WAIT_FOR(!player->isSeeking());
+            const double from = player->currentTime();
+            player->play();
+            WAIT_FOR(player->currentTime() > from + 0.1 / speed);
+            player->pause();
+            WAIT_FOR(!player->isSeeking());
+            // One more frame may be on its way, which takes the time along.
+            WAIT_FOR_FRAME(video.frameAt(player->currentTime() * speed + 1e-6));
+        }
+    }
+
+    void aScaledItemHasItsOwnTime()
+    {
+        const SampleVideo& video = m_samples.good("sound");
+        const auto player = makePlayer();
+        const std::shared_ptr<VideoItem> item = scaledItem(video.path, 4);
+        QVERIFY(!item->hasAudio());
+        QVERIFY(std::abs(item->duration() - video.duration / 4) < 0.02);
+        player->replaceCurrentItem(item);
+        player->seek(0.505); // asked for while it loads, it is where it starts
+        WAIT_FOR_FRAME(60);
+        QCOMPARE(item->status(), VideoItem::Status::ReadyToPlay);
+        QCOMPARE(player->currentTime(), 0.505);
+        QSignalSpy ends(player.get(), &VideoPlayer::itemDidPlayToEnd);
+        player->play();
+        WAIT_FOR(ends.count() == 1);
+        QCOMPARE(ends.front().front().value<std::shared_ptr<VideoItem>>(), item);
+        QVERIFY(std::abs(player->currentTime() - item->duration()) < 0.02);
+    }
+
+    void observersSeeTheTimeGoBy()
+    {
+        const SampleVideo& video = m_samples.good("sound");
+        const auto player = makePlayer();
+        std::vector<double> times;
+        const int handle =
+            player->addPeriodicTimeObserver(0.01, [&times](double seconds) { times.push_back(seconds); });
+        open(*player, video.path);
+        QVERIFY(times.empty());
+        WAIT_FOR(times.size() == 1); // it is there
+        QCOMPARE(times.back(), 0.0);
+        player->seek(1.0);
+        WAIT_FOR(times.back() == 1.0);
+        WAIT_FOR(!player->isSeeking());
+        times.clear();
+        player->play();
+        WAIT_FOR(player->currentTime() > 2);
+        QVERIFY(std::is_sorted(times.begin(), times.end()));
+        // Finer than the frames, of which there are thirty in that time.
+        QVERIFY2(times.size() > 45 && times.size() < 160, qPrintable(QString::number(times.size())));
+        // Within the tolerance nothing happens, and a playing player doesn't go back by a frame.
+        QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
+        player->seek(player->currentTime() - 0.05, 0.1);
+        QVERIFY(!player->isSeeking());
+        player->seek(player->currentTime() - 0.5, 0.1);
+        QVERIFY(player->isSeeking());
+        player->removeTimeObserver(handle);
+        const std::size_t seen = times.size();
+        WAIT_FOR(player->status() == Status::Ended);
+        QCOMPARE(times.size(), seen);
+    }
+
+    void anObserverMayDestroyThePlayer()
     {
         const SampleVideo& video = m_samples.good("h264");
-        const auto player = makePlayer();
-        QSignalSpy ends(player.get(), &VideoPlayer::endReached);
-        player->open(video.path);
-        player->seek(100);
-        WAIT_FOR_FRAME(99);
-        WAIT_FOR(!player->isSeeking());
-        QCOMPARE(ends.count(), 0);
+        auto player = makePlayer();
+        int ticks = 0;
+        player->addPeriodicTimeObserver(0.01, [&](double) { player.reset(); });
+        player->addPeriodicTimeObserver(0.01, [&](double) { ++ticks; });
+        open(*player, video.path);
+        WAIT_FOR(!player);
+        QCOMPARE(ticks, 0);
+    }
+
+    void pausedAtTheEndNothingIsReportedUntilItPlays_data()
+    {
+        QTest::addColumn<QByteArray>("kind");
+        QTest::newRow("silent") << QByteArray("h264");
+        QTest::newRow("with sound") << QByteArray("sound");
+    }
+    void pausedAtTheEndNothingIsReportedUntilItPlays()
+    {
+        QFETCH(QByteArray, kind);
+        const SampleVideo& video = m_samples.good(kind);
+        const auto player = std::make_unique<VideoPlayer>(); // whose sound ends when it does
+        player->setRenderSize(QSize(320, 180));
+        QSignalSpy ends(player.get(), &VideoPlayer::itemDidPlayToEnd);
+        open(*player, video.path);
+        for (int round = 1; round <= 2; ++round) {
+            player->seek(100);
+            WAIT_FOR_FRAME(99);
+            WAIT_FOR(!player->isSeeking());
+            QCOMPARE(ends.count(), round - 1);
+            player->play();
+            WAIT_FOR(ends.count() == round);
+            player->pause();
+            player->seek(1);
+            WAIT_FOR_FRAME(30);
+        }
     }
 
     void drawsInTheSizeAskedFor()
     {
         const SampleVideo& video = m_samples.good("h264");
         const auto player = makePlayer();
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         QCOMPARE(player->currentFrame().format(), QImage::Format_RGB32);
         // A pane of another shape: black above and below, the picture between them.
@@ -277,7 +404,7 @@ private Q_SLOTS:
         QFETCH(QByteArray, kind);
         const SampleVideo& video = m_samples.good(kind);
         const auto player = makePlayer();
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR(player->status() == Status::Ready);
         // A pane that is being dragged shut goes through all of these.
         for (const QSize size :
@@ -291,23 +418,20 @@ private Q_SLOTS:
     {
         const SampleVideo& video = m_samples.good("sound");
         const auto player = makePlayer();
-        QSignalSpy failures(player.get(), &VideoPlayer::failed);
         const QStringList others{m_samples.good("hevc").path, m_samples.bad("missing"), m_samples.cut().path,
                                  m_samples.bad("garbage")};
         for (int i = 0; i < 40; ++i) {
-            player->open(others[i % others.size()]);
+            open(*player, others[i % others.size()]);
             player->play();
             player->seek(i * 0.05);
             if (i % 3 == 0)
                 QCoreApplication::processEvents();
         }
-        player->open(video.path);
-        failures.clear();
+        player->pause();
+        open(*player, video.path);
         player->seek(1.51);
         WAIT_FOR_FRAME(45);
         QCOMPARE(player->status(), Status::Ready);
-        QVERIFY(!player->isPlaying());
-        QCOMPARE(failures.count(), 0);
     }
 
     void survivesDamage()
@@ -328,7 +452,7 @@ private Q_SLOTS:
             QFile damaged(m_samples.folder() + u"/damaged-%1.MP4"_s.arg(round));
             QVERIFY(damaged.open(QIODevice::WriteOnly) && damaged.write(bytes) == bytes.size());
             damaged.close();
-            player->open(damaged.fileName());
+            open(*player, damaged.fileName());
             player->seek(2.5);
             WAIT_FOR(player->status() != Status::Loading && !player->isSeeking());
             ready += player->status() != Status::Failed ? 1 : 0;
@@ -351,7 +475,7 @@ private Q_SLOTS:
             QSignalSpy frames(player.get(), &VideoPlayer::frameReady);
             if (moment == "idle")
                 continue;
-            player->open(moment == "failing" ? m_samples.bad("garbage") : video.path);
+            open(*player, moment == "failing" ? m_samples.bad("garbage") : video.path);
             for (int i = 0; i < round; ++i)
                 QCoreApplication::processEvents();
             if (moment == "loading" || moment == "failing")
@@ -371,7 +495,7 @@ private Q_SLOTS:
     {
         const SampleVideo& video = m_samples.good("h264");
         auto player = makePlayer();
-        player->open(video.path);
+        open(*player, video.path);
         WAIT_FOR_FRAME(0);
         const QImage kept = player->currentFrame();
         player.reset();
@@ -385,8 +509,8 @@ private Q_SLOTS:
         const SampleVideo& rearVideo = m_samples.good("hevc");
         const auto player = makePlayer();
         const auto rear = makePlayer();
-        player->open(video.path);
-        rear->open(rearVideo.path);
+        open(*player, video.path);
+        open(*rear, rearVideo.path);
         rear->setMuted(true);
         player->setVolume(0.3);
         for (const int frame : {70, 33, 12}) {

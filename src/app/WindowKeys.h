@@ -1,0 +1,18 @@
+#pragma once
+
+#include "playback/ZoomPlayerSplitViewController.h"
+
+#include <QString>
+
+/// The names under which a window's settings are kept.
+namespace cardreel::keys {
+
+inline const QString geometry = QStringLiteral("MainWindowFrameAutosaveName");
+inline const QString split = QStringLiteral("TopSplitViewControllerAutosaveName");
+inline const QString rightSplit = QStringLiteral("RightSplitViewControllerAutosaveName");
+inline const QString videos = QString::fromLatin1(ZoomPlayerSplitViewController::autosaveName);
+inline const QString muted = QStringLiteral("Muted");
+inline const QString volume = QStringLiteral("Volume");         ///< 0 to 1
+inline const QString rearCamera = QStringLiteral("RearCamera"); ///< whether it is switched on
+
+} // namespace cardreel::keys
