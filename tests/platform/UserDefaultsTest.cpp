@@ -1,5 +1,7 @@
 #include "platform/settings/UserDefaults.h"
 
+#include "platform/BackgroundQueue.h"
+
 #include <QFile>
 #include <QSettings>
 #include <QTest>
@@ -53,6 +55,12 @@ void UserDefaultsTest::theUsersChoiceComesFirst()
     QVERIFY(!defaults.value(u"no such key"_s).isValid());
     defaults.setValue(u"Appearance"_s, u"dark"_s);
     QCOMPARE(defaults.value(u"Appearance"_s).toString(), u"dark"_s);
+    // The disk is told later, yet the last choice last.
+    for (int i = 0; i <= 100; ++i)
+        defaults.setValue(u"Volume"_s, i);
+    QVERIFY(BackgroundQueue::waitForDone(60'000));
+    QCOMPARE(QSettings().value(u"Appearance"_s).toString(), u"dark"_s);
+    QCOMPARE(QSettings().value(u"Volume"_s).toInt(), 100);
 }
 
 int main(int argc, char** argv)

@@ -1,11 +1,14 @@
 #include "platform/settings/UserDefaults.h"
 
+#include "platform/BackgroundQueue.h"
+
 #include <QSettings>
 
 #include <plist/plist.h>
 
 #include <cstdlib>
 #include <memory>
+#include <utility>
 
 namespace cardreel {
 
@@ -104,14 +107,39 @@ bool UserDefaults::registerDefaults(const QByteArray& propertyList)
     return !m_registered.isEmpty();
 }
 
+UserDefaults::UserDefaults()
+{
+    const QSettings settings;
+    for (const QString& key : settings.allKeys())
+        m_chosen.insert(key, settings.value(key));
+}
+
 QVariant UserDefaults::value(const QString& key) const
 {
-    return QSettings().value(key, m_registered.value(key));
+    return m_chosen.value(key, m_registered.value(key));
 }
 
 void UserDefaults::setValue(const QString& key, const QVariant& value)
 {
-    QSettings().setValue(key, value);
+    m_chosen.insert(key, value);
+    const std::lock_guard lock(m_mutex);
+    const bool isQueued = !m_unwritten.isEmpty();
+    m_unwritten.insert(key, value);
+    if (!isQueued)
+        BackgroundQueue::start([this] { write(); }, BackgroundQueue::Priority::Soon);
+}
+
+void UserDefaults::write()
+{
+    const std::lock_guard writing(m_writing);
+    QVariantMap values;
+    {
+        const std::lock_guard lock(m_mutex);
+        values = std::exchange(m_unwritten, {});
+    }
+    QSettings settings;
+    for (auto value = values.cbegin(); value != values.cend(); ++value)
+        settings.setValue(value.key(), value.value());
 }
 
 } // namespace cardreel
