@@ -546,6 +546,14 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>Reset &amp;Zoom</source>
         <translation>Reset &amp;Zoom</translation>
     </message>
+    <message>
+        <source>L&amp;ouder</source>
+        <translation>L&amp;ouder</translation>
+    </message>
+    <message>
+        <source>&amp;Quieter</source>
+        <translation>&amp;Quieter</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::PositionSlider</name>

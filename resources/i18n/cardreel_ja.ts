@@ -545,6 +545,14 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>Reset &amp;Zoom</source>
         <translation>ズームを戻す(&amp;Z)</translation>
     </message>
+    <message>
+        <source>L&amp;ouder</source>
+        <translation>音量を上げる(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Quieter</source>
+        <translation>音量を下げる(&amp;Q)</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::PositionSlider</name>

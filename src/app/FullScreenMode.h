@@ -32,6 +32,7 @@ public:
 
     bool isOn() const { return m_isOn; }
     void toggle();
+    /// Nothing outside full screen.
     void leave();
     /// Shows the bar, until the pointer has rested for a while outside it, or hides it. Nothing outside full screen.
     void setBarShown(bool shown);

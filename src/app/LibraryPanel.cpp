@@ -87,8 +87,10 @@ void LibraryPanel::updateTabs()
 
 void LibraryPanel::chosen(CardListView* list, const QList<int>& rows)
 {
-    if (rows.isEmpty())
+    if (rows.isEmpty()) {
+        Q_EMIT recordingsSelected({});
         return;
+    }
     if (!m_isClockChoosing)
         m_chosenFrom = list;
     for (CardListView* other : {m_recordings, m_events, m_pictures}) {

@@ -34,7 +34,8 @@ public:
     explicit LibraryPanel(MediaLibrary& library, QWidget* parent = nullptr);
     ~LibraryPanel() override;
 
-    /// Shows a recording as the chosen one and announces it as if the user had clicked it.
+    /// Shows a recording as the chosen one and announces it as if the user had clicked it. Nothing for a
+    /// row that there isn't.
     void selectRecording(int row);
     void showTab(Tab tab);
     /// Chooses the neighbour of what is shown in the list that the user chose from, from the last the first and the
@@ -50,7 +51,7 @@ Q_SIGNALS:
     /// One recording or picture was chosen and no other is.
     void recordingChosen(const std::shared_ptr<cardreel::DCFInfo>& dcf);
     void pictureChosen(const std::shared_ptr<cardreel::PictureInfo>& picture);
-    /// Comes before recordingChosen(). From the list of recordings or that of events.
+    /// Comes before recordingChosen(). From the list of recordings or that of events; empty when neither has any.
     void recordingsSelected(const std::vector<std::shared_ptr<cardreel::DCFInfo>>& dcfs);
 
 private:

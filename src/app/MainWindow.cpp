@@ -206,7 +206,7 @@ void MainWindow::setVolume(double volume)
 
 bool MainWindow::isRearCameraOn() const
 {
-    return !hasCard() || (m_rearCamera->isChecked() && m_controller.hasSecondary());
+    return !hasCard() || m_panes->secondaryPlayerEnable();
 }
 
 void MainWindow::setSynchronized(bool synchronized)

@@ -32,6 +32,8 @@
 #include <QStatusBar>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 using namespace Qt::StringLiterals;
 
 namespace cardreel {
@@ -178,6 +180,8 @@ void MainWindow::connectTransport()
     connect(m_transport, &TransportBar::volumeRequested, this, &MainWindow::setVolume);
     connect(m_transport, &TransportBar::fullScreenRequested, m_fullScreen, &FullScreenMode::toggle);
     connect(m_actions, &PlaybackActions::muteRequested, this, [this] { setMuted(!m_isMuted); });
+    connect(m_actions, &PlaybackActions::volumeStepRequested, this,
+            [this](double step) { setVolume(std::clamp(m_volume + step, 0.0, 1.0)); });
     connect(m_fullScreen, &FullScreenMode::aboutToEnter, this, &MainWindow::saveLayout);
     connect(m_fullScreen, &FullScreenMode::changed, m_transport, &TransportBar::setFullScreen);
     connect(m_fullScreen, &FullScreenMode::changed, m_leaveFullScreen, &QAction::setEnabled);

@@ -19,16 +19,6 @@ namespace {
 constexpr int pauseMs = 100;
 constexpr double availableWithinSeconds = 3.0; // a fix further away says nothing about the moment shown
 
-/// The recorder's clock at the start of a recording of this length; none when it carries no date.
-std::optional<double> startOf(const DCFInfo& dcf, double length)
-{
-    if (dcf.startDate)
-        return secondsSince1970(*dcf.startDate);
-    if (dcf.fileDate != Instant{})
-        return secondsSince1970(dcf.fileDate) - length;
-    return {};
-}
-
 } // namespace
 
 MomentDisplay::MomentDisplay(MediaController& controller, ZoomPlayerViewController& front,
@@ -93,7 +83,7 @@ void MomentDisplay::showTransport()
     if (!dcf)
         return;
     const double length = m_front.originalTotalTime();
-    m_transport.setRecording(length, length > 0 ? startOf(*dcf, length) : std::nullopt);
+    m_transport.setRecording(length, length > 0 ? MediaController::startOf(*dcf, length) : std::nullopt);
     m_transport.setPosition(m_front.progress());
     m_transport.setPlaying(m_front.isPlaying());
 }

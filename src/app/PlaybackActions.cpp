@@ -16,6 +16,7 @@ namespace {
 
 constexpr double longStepSeconds = 5;
 constexpr double shortStepSeconds = 1;
+constexpr double volumeStep = 0.1;
 
 } // namespace
 
@@ -57,6 +58,8 @@ void PlaybackActions::fillPlaybackMenu(QMenu& menu)
     add(menu, tr("Pre&vious Recording"), {Qt::Key_PageUp}, [this] { m_panel.selectPrevious(); });
     add(menu, tr("&Next Recording"), {Qt::Key_PageDown}, [this] { m_panel.selectNext(); });
     menu.addSeparator();
+    add(menu, tr("L&ouder"), {Qt::CTRL | Qt::Key_Up}, [this] { Q_EMIT volumeStepRequested(volumeStep); });
+    add(menu, tr("&Quieter"), {Qt::CTRL | Qt::Key_Down}, [this] { Q_EMIT volumeStepRequested(-volumeStep); });
     add(menu, tr("M&ute"), {Qt::Key_M}, [this] { Q_EMIT muteRequested(); })->setAutoRepeat(false);
 }
 

@@ -37,12 +37,15 @@ public:
     void playPause();
     /// From where a seek that is under way leads.
     void seekBy(double seconds);
+    /// Both panes, to a fraction of the recording.
     void seekTo(double fraction);
     /// Both panes: the front one steps and the rear one follows.
     void stepFrame(VideoPlayer::FrameStep step);
 
 Q_SIGNALS:
     void muteRequested();
+    /// So much of the whole volume more, or less.
+    void volumeStepRequested(double step);
 
 private:
     template<typename Function>

@@ -60,11 +60,8 @@ TransportBar::TransportBar(QWidget* parent)
     for (QWidget* widget : std::initializer_list<QWidget*>{m_previous, m_playPause, m_next, m_elapsed})
         layout->addWidget(widget);
     layout->addWidget(m_slider, 1);
-    for (QWidget* widget : std::initializer_list<QWidget*>{m_total, m_rate, m_mute})
+    for (QWidget* widget : std::initializer_list<QWidget*>{m_total, m_rate, m_mute, m_volume, m_fullScreen})
         layout->addWidget(widget);
-    layout->setSpacing(8);
-    layout->addWidget(m_volume);
-    layout->addWidget(m_fullScreen);
     m_mute->installEventFilter(this);
 
     connect(m_previous, &QToolButton::clicked, this, &TransportBar::previousRequested);

@@ -5,6 +5,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 
 namespace cardreel {
 
@@ -47,15 +48,15 @@ public:
     void loadSecondary();
     void setGraphVC(GraphPane* graph) { m_graphVC = graph; }
     void setMapVC(MapPane* map) { m_mapVC = map; }
-    RecordingsList* dcfListVC() const { return m_dcfListVC; }
     PlayerPane* playerVC() const { return m_playerVC; }
     PlayerPane* playerVCSecondary() const { return m_playerVCSecondary; }
-    GraphPane* graphVC() const { return m_graphVC; }
-    MapPane* mapVC() const { return m_mapVC; }
     /// The front and the rear player; null where there is none.
     std::array<PlayerPane*, 2> playerVCs() const { return {m_playerVC, m_playerVCSecondary}; }
     /// The other player of the pair; null when there is none.
     PlayerPane* targetVCWithSourceVC(const PlayerPane* player) const;
+
+    /// Where a recording of this length begins; none without any date.
+    static std::optional<double> startOf(const DCFInfo& dcf, double lengthSeconds);
 
     /// Time of day of the frame that the front player shows; 0 before the first tick and for a recording without dates.
     double userDate() const { return m_userDate; }
@@ -83,6 +84,7 @@ public:
 
     /// The tick. A tick that is caused by what a tick does is left out.
     void progressAction(PlayerPane* player);
+    /// Gives the other player the starting one's rate.
     void willStartAction(PlayerPane* player);
     /// Asks the list for the recording after this one.
     void didStopPlayingAction();

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <limits>
-#include <optional>
 
 namespace cardreel {
 
@@ -31,16 +30,6 @@ constexpr double synchronisedRateLimit = 8.0;
 bool hasFileDate(const DCFInfo& dcf)
 {
     return dcf.fileDate != Instant{};
-}
-
-/// Where a recording of this length begins; none without any date.
-std::optional<double> startOf(const DCFInfo& dcf, double length)
-{
-    if (dcf.startDate)
-        return secondsSince1970(*dcf.startDate);
-    if (hasFileDate(dcf))
-        return secondsSince1970(dcf.fileDate) - length;
-    return {};
 }
 
 struct Match
@@ -71,6 +60,15 @@ double shownSpeed(const MapPane* map)
 }
 
 } // namespace
+
+std::optional<double> MediaController::startOf(const DCFInfo& dcf, double lengthSeconds)
+{
+    if (dcf.startDate)
+        return secondsSince1970(*dcf.startDate);
+    if (hasFileDate(dcf))
+        return secondsSince1970(dcf.fileDate) - lengthSeconds;
+    return {};
+}
 
 void MediaController::progressAction(PlayerPane* player)
 {

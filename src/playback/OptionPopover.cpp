@@ -52,7 +52,6 @@ OptionPopover::OptionPopover(QWidget* target, const QString& message)
     if (text->wordWrap())
         text->setFixedWidth(widestText);
     auto* layout = new QVBoxLayout(this);
-    layout->setContentsMargins(12, 8, 12, 8);
     layout->addWidget(text);
     setAccessibleName(message);
     qApp->installEventFilter(this);
@@ -64,9 +63,7 @@ void OptionPopover::attach()
     const QRect screen = m_target->screen()->availableGeometry().adjusted(distance, distance, -distance, -distance);
     for (const bool isBelow : {true, false}) {
         m_isBelow = isBelow;
-        QMargins margins(12, 8, 12, 8);
-        (isBelow ? margins.setTop(8 + arrowHeight) : margins.setBottom(8 + arrowHeight));
-        layout()->setContentsMargins(margins);
+        layout()->setContentsMargins(12, isBelow ? 8 + arrowHeight : 8, 12, isBelow ? 8 : 8 + arrowHeight);
         adjustSize();
         const int y = isBelow ? target.bottom() + 1 + distance : target.top() - distance - height();
         // Within the window where that is wide enough.

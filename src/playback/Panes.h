@@ -27,6 +27,7 @@ public:
                               Callback didStopPlaying) = 0;
     /// Shows a still picture over the video; an empty or unreadable one leaves the pane without any.
     virtual void showImageWithPath(const QString& path) = 0;
+    /// Nothing without a file.
     virtual void play() = 0;
     /// Plays without sound.
     virtual void mutePlay() = 0;
@@ -43,6 +44,7 @@ public:
     virtual double totalTime() const = 0;
     virtual double originalTotalTime() const = 0;
     virtual double originalCurrentTime() const = 0;
+    /// Silences the pane; its volume stays what it is.
     virtual void audioMuteEnable(bool enable) = 0;
 };
 

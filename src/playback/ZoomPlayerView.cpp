@@ -2,7 +2,7 @@
 #include "platform/video/VideoAsset.h"
 #include "platform/video/VideoItem.h"
 #include "playback/PaneControls.h"
-#include "playback/PictureReader.h"
+#include "playback/StillPicture.h"
 #include "playback/ZoomPlayerViewController.h"
 
 #include <QAction>
@@ -34,7 +34,6 @@ ZoomPlayerViewController::ZoomPlayerViewController(const QString& cameraName, Vi
     , m_playerScrollView(new PlayerScrollView(this))
     , m_name(new ChipLabel(this))
     , m_overlay(new ChipLabel(this))
-    , m_pictureReader(new PictureReader(this))
 {
     setAccessibleName(cameraName);
     m_playerScrollView->setAccessibleName(cameraName);
@@ -94,7 +93,6 @@ void ZoomPlayerViewController::installBlocks()
     m_playerScrollView->setSingleClickBlock([this](PlayerScrollView& view) {
         if (m_isPrimaryPlayer)
             view.setFocus(Qt::MouseFocusReason);
-        Q_EMIT clicked();
     });
     m_playerScrollView->setDoubleClickBlock([this](PlayerScrollView& /*view*/) { playPauseSwitch(); });
     m_playerScrollView->setToggleMuteBlock([this](PlayerScrollView& view) { audioMuteEnable(view.shouldMute()); });
@@ -109,7 +107,6 @@ void ZoomPlayerViewController::installBlocks()
 void ZoomPlayerViewController::becomePrimaryPlayer()
 {
     m_isPrimaryPlayer = true;
-    m_style = 1;
     updateControls();
 }
 
@@ -118,7 +115,6 @@ void ZoomPlayerViewController::resetZoomPlayerView()
     if (m_targetRate != 1 && m_asset)
         updatePlayerViewRate(1);
     setTargetRate(1);
-    m_style = 0;
     m_scrollBySegment = true;
     m_playerScrollView->moveTo(m_playerScrollView->geometryNow().segment(1), PlayerScrollView::Transition::AtOnce);
     m_scrollBySegment = false;
@@ -252,6 +248,7 @@ void ZoomPlayerViewController::playerIsActive(bool active)
 {
     m_isActive = active;
     playerViewIsError(false);
+    didScroll();
     m_playerScrollView->setContentOpacity(active ? 1 : inactiveOpacity);
     updateMessage();
 }
@@ -268,7 +265,7 @@ void ZoomPlayerViewController::pictureViewIsActive(bool active)
 
 void ZoomPlayerViewController::showImageWithPath(const QString& path)
 {
-    m_pictureReader->cancel();
+    m_pictureJob.cancel();
     m_pictureError.clear();
     playerIsActive(true);
     m_playerScrollView->setPicture({});
@@ -278,7 +275,9 @@ void ZoomPlayerViewController::showImageWithPath(const QString& path)
     }
     // Whether it can be read is known later; until then there is nothing but black.
     pictureViewIsActive(true);
-    m_pictureReader->read(path, [this, path](const QImage& picture) { pictureIsRead(path, picture); });
+    m_pictureJob.start([this, path] {
+        return [this, path, picture = readStillPicture(path)] { pictureIsRead(path, picture); };
+    });
 }
 
 void ZoomPlayerViewController::pictureIsRead(const QString& path, const QImage& picture)

@@ -3,7 +3,6 @@
 #include "platform/video/VideoAsset.h"
 #include "platform/video/VideoComposition.h"
 #include "platform/video/VideoItem.h"
-#include "playback/PictureReader.h"
 #include "playback/RateStringTransformer.h"
 
 #include <QAction>
@@ -31,7 +30,7 @@ void ZoomPlayerViewController::playWithPath(const QString& path, Callback willSt
 {
     m_callbacks = std::make_shared<const Callbacks>(
         Callbacks{std::move(willStartPlay), std::move(progress), std::move(didStopPlaying)});
-    m_pictureReader->cancel();
+    m_pictureJob.cancel();
     m_pictureError.clear();
     m_pendingFraction.reset();
     playerIsActive(true);
@@ -45,7 +44,7 @@ void ZoomPlayerViewController::playAtPath(const QString& path)
     m_observesEnd = false;
     m_asset.reset();
     m_assetError.clear();
-    ++m_generation;
+    m_assetJob.cancel();
     resetTimes();
     m_currentItemPath = path;
     // The former picture stays on screen until the new one is there, but it stands still and is silent.
@@ -56,9 +55,8 @@ void ZoomPlayerViewController::playAtPath(const QString& path)
         assetIsRead(nullptr);
         return;
     }
-    VideoAsset::load(path, this, [this, generation = m_generation](std::shared_ptr<const VideoAsset> asset) {
-        if (generation == m_generation)
-            assetIsRead(std::move(asset));
+    m_assetJob.start([this, path] {
+        return [this, asset = std::make_shared<const VideoAsset>(path)] { assetIsRead(asset); };
     });
     updateMessage();
     Q_EMIT playingDidChange();
@@ -175,11 +173,11 @@ void ZoomPlayerViewController::dropPlayer()
 
 void ZoomPlayerViewController::dispose()
 {
-    ++m_generation;
+    m_assetJob.cancel();
     m_isLoading = m_playsAfterLoading = m_mutePlaysAfterLoading = false;
     m_callbacks = std::make_shared<const Callbacks>();
     m_changeAssetDidFinish.stop();
-    m_pictureReader->cancel();
+    m_pictureJob.cancel();
     m_asset.reset();
     m_changingAsset.reset();
     m_pendingFraction.reset();
@@ -209,7 +207,7 @@ void ZoomPlayerViewController::statusChanged(VideoPlayer::Status status)
         playerViewIsError(true);
     updateMessage();
     m_playerScrollView->update();
-    if (becameReady && !m_playerIsError)
+    if (becameReady)
         willStartPlay();
     if (failed)
         Q_EMIT playingDidChange();

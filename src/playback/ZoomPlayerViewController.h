@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/NewestJob.h"
 #include "platform/video/VideoPlayer.h"
 #include "playback/Panes.h"
 #include "playback/PlayerScrollView.h"
@@ -19,7 +20,6 @@ namespace cardreel {
 
 class ChipLabel;
 class PaneControls;
-class PictureReader;
 class VideoAsset;
 class VideoItem;
 
@@ -118,8 +118,6 @@ public:
     bool isMirror() const;
     /// Nothing is magnified.
     bool isInitialPosition() const { return m_isInitialPosition; }
-    /// 1 for the front pane.
-    int style() const { return m_style; }
 
     /// About the pointer when it is over the video, else the middle.
     void zoomIn();
@@ -148,8 +146,6 @@ Q_SIGNALS:
     void tripleTapDetected();
     /// A pan wants the window's bottom bar shown or hidden.
     void bottomBarRequested(bool shown);
-    /// The video was clicked once.
-    void clicked();
 
 protected:
     bool event(QEvent* event) override;
@@ -206,7 +202,7 @@ private:
     std::shared_ptr<const VideoAsset> m_asset; ///< of m_currentItemPath
     std::shared_ptr<VideoItem> m_changingAsset;
     std::shared_ptr<const Callbacks> m_callbacks;
-    quint64 m_generation = 0; ///< of the files asked for
+    NewestJob m_assetJob;
     QTimer m_changeAssetDidFinish;
 
     double m_progress = 0;
@@ -231,7 +227,7 @@ private:
     PaneControls* m_subControlBaseView = nullptr;
     ChipLabel* m_name;
     ChipLabel* m_overlay;
-    PictureReader* m_pictureReader;
+    NewestJob m_pictureJob;
     QAction* m_rateChangeButton = nullptr;
     QAction* m_mirrorButton = nullptr;
     std::array<QAction*, 6> m_segments{};
@@ -242,7 +238,6 @@ private:
     QPointF m_panOffset;
     QRectF m_contentRect{0, 0, 1, 1}; ///< visible part when the error came, in fractions of the content
     int m_lastSelectedSegment = 1;
-    int m_style = 0;
     bool m_scrollBySegment = false;
     bool m_isInitialPosition = true;
     bool m_isMirrorMode = false;

@@ -135,6 +135,8 @@ const SampleVideo& SampleVideos::good(const QByteArray& kind)
         isMade = run({u"-i"_s, good("h264").path, u"-c"_s, u"copy"_s, u"-use_editlist"_s, u"0"_s, path});
         for (double& start : video.starts)
             start += 2 / 30.0;
+    } else if (kind == "raw") {
+        isMade = run({u"-i"_s, good("h264").path, u"-c"_s, u"copy"_s, u"-f"_s, u"h264"_s, path});
     } else if (kind == "matroska" || kind == "transport") {
         path = file(kind == "matroska" ? u"matroska.mkv"_s : u"transport.ts"_s);
         isMade = run({u"-i"_s, good("h264").path, u"-c"_s, u"copy"_s, path});

@@ -27,8 +27,8 @@ public:
     /// The last frame has been shown for as long as it lasts.
     void finish();
 
+    /// Seconds of the file.
     double time(Moment now) const;
-    bool isRunning() const { return m_isRunning; }
 
 private:
     double m_frameSeconds = 0;

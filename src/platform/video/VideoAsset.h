@@ -5,25 +5,14 @@
 #include <QSize>
 #include <QString>
 
-#include <functional>
-#include <memory>
-
-class QObject;
-
 namespace cardreel {
 
 /// A video file as its head describes it. Immutable and shared; any thread.
 class VideoAsset
 {
 public:
-    using Loaded = std::function<void(std::shared_ptr<const VideoAsset> asset)>;
-
     /// Reads the file's head, which takes as long as the card needs: not for the interface thread.
     explicit VideoAsset(const QString& path);
-
-    /// Reads on a thread of its own and calls back on the interface thread, later and only while `context` exists.
-    /// Interface thread.
-    static void load(const QString& path, QObject* context, Loaded loaded);
 
     const QString& path() const { return m_path; }
     /// Whether there is a file at all.

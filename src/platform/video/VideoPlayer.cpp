@@ -1,6 +1,6 @@
 #include "platform/video/VideoPlayer.h"
 
-#include "platform/video/BackgroundEnd.h"
+#include "platform/BackgroundThread.h"
 #include "platform/video/VideoPlayerPrivate.h"
 
 #include <algorithm>
@@ -106,7 +106,6 @@ bool VideoPlayer::isMuted() const
 
 void VideoPlayer::setMuted(bool muted)
 {
-    // Told so at each tick, mpv would be busy with it.
     if (std::exchange(d->isMuted, muted) != muted)
         d->mpv->setFlag("mute", muted);
 }
@@ -119,6 +118,7 @@ double VideoPlayer::volume() const
 void VideoPlayer::setVolume(double volume)
 {
     const double wanted = std::clamp(volume, 0.0, 1.0);
+    // Told so at each tick, mpv would be busy with it.
     if (std::exchange(d->volume, wanted) == wanted)
         return;
     // mpv's scale follows hearing: its gain is the cube of the fraction.
@@ -127,7 +127,7 @@ void VideoPlayer::setVolume(double volume)
 
 void VideoPlayer::waitForShutdown()
 {
-    BackgroundEnd::wait();
+    BackgroundThread::wait();
 }
 
 } // namespace cardreel

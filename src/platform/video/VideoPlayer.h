@@ -40,6 +40,7 @@ public:
     void replaceCurrentItem(std::shared_ptr<VideoItem> item);
     const std::shared_ptr<VideoItem>& currentItem() const;
 
+    /// Nothing without an item and after a failure.
     void play();
     void pause();
     /// 1 when told to play, also at the end of the item; 0 when paused, failed or without an item.
@@ -49,6 +50,7 @@ public:
     /// Playing, nothing is done when the present time lies within the tolerance. One seek is under way at a time; of
     /// those asked for meanwhile the newest follows. Asked for while loading, it happens as soon as the item is ready.
     void seek(double seconds, double toleranceSeconds = 0);
+    /// Whether the picture is still on its way to currentTime(): by a seek, a step, a pause or because it loads.
     bool isSeeking() const;
     /// Pauses and shows the next or the previous frame of the file.
     void stepFrame(FrameStep step = FrameStep::Forward);
@@ -77,6 +79,7 @@ public:
 
     Status status() const;
 
+    /// Beside the volume, which it leaves as it is.
     bool isMuted() const;
     void setMuted(bool muted);
     /// From 0 (silent) to 1, linear in amplitude.

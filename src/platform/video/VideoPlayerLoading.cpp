@@ -10,12 +10,16 @@
 namespace cardreel {
 namespace {
 
-constexpr double startAimSeconds = 0.003; // as an exact seek aims
 // The speed is watched over so many seconds, and this much of it counts as kept: a frame more or less at either end.
 constexpr double paceWindowSeconds = 1;
 constexpr double keptPace = 0.98;
 // More pictures a second than this nobody sees when they rush by.
 constexpr auto fastPictureInterval = std::chrono::milliseconds(30);
+
+double pixelsPerSecond(const VideoAsset& asset)
+{
+    return static_cast<double>(asset.trackSize().width()) * asset.trackSize().height() * asset.frameRate();
+}
 
 } // namespace
 
@@ -105,8 +109,8 @@ void VideoPlayer::Private::sendLoad(FrameLookup::Frame frame)
     if (!item->hasAudio() || !hasOutput)
         options += ",aid=no";
     if (loadStart > 0) {
-        options += ",start=" + QByteArray::number(frame.seconds + startAimSeconds, 'f', 6);
-        options += ",hr-seek-demuxer-offset=" + QByteArray::number(frame.seekBefore + startAimSeconds, 'f', 6);
+        options += ",start=" + QByteArray::number(frame.seconds + seekAimSeconds, 'f', 6);
+        options += ",hr-seek-demuxer-offset=" + QByteArray::number(frame.seekBefore + seekAimSeconds, 'f', 6);
     }
     if (decoding == Decoding::Coarse)
         options += ",vd-lavc-skiploopfilter=all,vd-lavc-skipframe=nonref,vd-lavc-fast=yes";
@@ -167,9 +171,7 @@ Decoding VideoPlayer::Private::wantedDecoding() const
     // A picture that stands still is always the exact one.
     if (!isPlaying)
         return Decoding::Full;
-    const VideoAsset& asset = *item->asset();
-    const double pixels = static_cast<double>(asset.trackSize().width()) * asset.trackSize().height();
-    return DecodingPolicy::shared().decoding(pixels * asset.frameRate(), speed());
+    return DecodingPolicy::shared().decoding(pixelsPerSecond(*item->asset()), speed());
 }
 
 void VideoPlayer::Private::adaptDecoding()
@@ -188,9 +190,7 @@ void VideoPlayer::Private::measurePace()
     if (paceSince != Clock::time_point() && gone < paceWindowSeconds)
         return;
     if (paceSince != Clock::time_point() && time - paceFrom < gone * speed() * pace * keptPace) {
-        const VideoAsset& asset = *item->asset();
-        const double pixels = static_cast<double>(asset.trackSize().width()) * asset.trackSize().height();
-        DecodingPolicy::shared().fellBehind(decoding, pixels * asset.frameRate(), speed());
+        DecodingPolicy::shared().fellBehind(decoding, pixelsPerSecond(*item->asset()), speed());
         adaptDecoding();
     }
     paceFrom = time;

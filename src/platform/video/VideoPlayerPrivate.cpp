@@ -1,6 +1,6 @@
 #include "platform/video/VideoPlayerPrivate.h"
 
-#include "platform/video/BackgroundEnd.h"
+#include "platform/BackgroundThread.h"
 #include "platform/video/VideoItem.h"
 
 #include <QPointer>
@@ -15,9 +15,6 @@
 namespace cardreel {
 namespace {
 
-// An exact seek of mpv shows the first frame that starts no more than 5 ms before the target. Aiming between a frame's
-// start and that limit finds the frame itself however its time was rounded, up to 500 frames a second.
-constexpr double seekAimSeconds = 0.003;
 // Anything before a frame's start belongs to the frame before it.
 constexpr double beforeFrameSeconds = 0.0005;
 // Nearer than any two frames are.
@@ -94,7 +91,7 @@ VideoPlayer::Private::~Private()
         std::unique_ptr<FrameLookup> lookup;
     };
     auto parts = std::make_shared<Parts>(Parts{std::move(mpv), std::move(render), std::move(lookup)});
-    BackgroundEnd::run([parts = std::move(parts)] {
+    BackgroundThread::run([parts = std::move(parts)] {
         parts->render.reset();
         parts->mpv.reset();
         parts->lookup.reset();
@@ -313,6 +310,9 @@ void VideoPlayer::Private::step(FrameStep step)
 {
     setPlaying(false);
     if (status != Status::Ready && status != Status::Ended)
+        return;
+    // Raw streams have neither a length nor times to seek to: mpv would run off to their end.
+    if (step == FrameStep::Backward && fileDuration() <= 0)
         return;
     pendingSteps += step == FrameStep::Forward ? 1 : -1;
     runSteps();

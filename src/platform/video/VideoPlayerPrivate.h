@@ -18,6 +18,10 @@ struct mpv_event_property;
 
 namespace cardreel {
 
+/// An exact seek of mpv shows the first frame that starts no more than 5 ms before the target. Aiming between a frame's
+/// start and that limit finds the frame itself however its time was rounded, up to 500 frames a second.
+inline constexpr double seekAimSeconds = 0.003;
+
 /// The inside of a VideoPlayer: its helpers and the state that mpv's events move. Everything here runs on the interface
 /// thread; the helpers' callbacks only queue. Times are the file's own, not the item's, unless said otherwise. Its
 /// sources are VideoPlayerPrivate.cpp (what is asked of it), VideoPlayerLoading.cpp (how a file comes in) and

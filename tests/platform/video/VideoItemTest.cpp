@@ -3,10 +3,8 @@
 #include "platform/video/DecodingPolicy.h"
 #include "platform/video/VideoAsset.h"
 #include "platform/video/VideoComposition.h"
-#include "platform/video/VideoPlayer.h"
 #include "support/SampleVideos.h"
 
-#include <QSignalSpy>
 #include <QTest>
 
 #include <cmath>
@@ -20,8 +18,6 @@ class VideoItemTest : public QObject
     SampleVideos m_samples;
 
 private Q_SLOTS:
-    void cleanupTestCase() { VideoPlayer::waitForShutdown(); }
-
     void readsAnAsset_data()
     {
         QTest::addColumn<QByteArray>("kind");
@@ -77,21 +73,6 @@ private Q_SLOTS:
         QCOMPARE(item.duration(), length / 8);
         QVERIFY(item.canPlayFastForward());
         QVERIFY(item.hasAudio());
-    }
-
-    void loadsForThoseWhoAreStillThere()
-    {
-        int answers = 0;
-        {
-            const QObject gone;
-            VideoAsset::load(m_samples.good("h264").path, const_cast<QObject*>(&gone), [&](auto) { answers += 100; });
-        }
-        QObject context;
-        VideoAsset::load(m_samples.bad("missing"), &context,
-                         [&](const std::shared_ptr<const VideoAsset>& asset) { answers += asset->exists() ? 10 : 1; });
-        QCOMPARE(answers, 0); // not from within the call
-        VideoPlayer::waitForShutdown();
-        QTRY_COMPARE(answers, 1);
     }
 
     void decodesWhatCanBeDecodedInTime()

@@ -4,6 +4,7 @@
 #include "platform/video/VideoComposition.h"
 #include "platform/video/VideoItem.h"
 #include "support/SampleVideos.h"
+#include "support/Waiting.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -17,9 +18,6 @@ using namespace Qt::StringLiterals;
 using Status = VideoPlayer::Status;
 
 namespace {
-
-// Sanitized builds decode many times slower; a failure is the only thing that takes this long.
-constexpr int patienceMs = 20'000;
 
 std::unique_ptr<VideoPlayer> makePlayer()
 {
@@ -45,16 +43,9 @@ std::shared_ptr<VideoItem> scaledItem(const QString& path, double speed)
     return std::make_shared<VideoItem>(composition);
 }
 
-bool isPlaying(const VideoPlayer& player)
-{
-    return player.rate() != 0;
-}
-
 } // namespace
 
-#define WAIT_FOR(expression) QTRY_VERIFY_WITH_TIMEOUT(expression, patienceMs)
-#define WAIT_FOR_FRAME(number)                                                                                         \
-    QTRY_COMPARE_WITH_TIMEOUT(video.numberIn(player->currentFrame()).value_or(-1), number, patienceMs)
+#define WAIT_FOR_FRAME(number) WAIT_FOR(video.numberIn(player->currentFrame()) == (number))
 
 class VideoPlayerTest : public QObject
 {
@@ -69,22 +60,12 @@ private Q_SLOTS:
     void failsClearly_data()
     {
         QTest::addColumn<QByteArray>("kind");
-        QTest::addColumn<QString>("reason");
-        QTest::newRow("missing") << QByteArray("missing") << u"opened"_s;
-        QTest::newRow("empty") << QByteArray("empty") << u"opened"_s;
-        QTest::newRow("text") << QByteArray("text") << u"opened"_s;
-        QTest::newRow("no moov") << QByteArray("no-moov") << u"opened"_s;
-        QTest::newRow("playlist") << QByteArray("playlist") << u"opened"_s;
-        QTest::newRow("folder") << QByteArray("folder") << u"opened"_s;
-        QTest::newRow("pipe") << QByteArray("pipe") << u"opened"_s;
-        QTest::newRow("audio only") << QByteArray("audio-only") << u"no video"_s;
-        QTest::newRow("header only") << QByteArray("header-only") << u"decoded"_s;
-        QTest::newRow("garbage") << QByteArray("garbage") << u"decoded"_s;
+        for (const QByteArray& kind : SampleVideos::badKinds())
+            QTest::newRow(kind.constData()) << kind;
     }
     void failsClearly()
     {
         QFETCH(QByteArray, kind);
-        QFETCH(QString, reason);
         const QString path = m_samples.bad(kind);
         QVERIFY(!path.isEmpty());
         const auto player = makePlayer();
@@ -95,11 +76,12 @@ private Q_SLOTS:
         WAIT_FOR(player->status() == Status::Failed);
         QCOMPARE(statuses.count(), 2);
         QCOMPARE(player->currentItem()->status(), VideoItem::Status::Failed);
-        QVERIFY2(player->currentItem()->errorText().contains(reason), qPrintable(player->currentItem()->errorText()));
-        QVERIFY2(player->currentItem()->errorText().contains(u"bad-"_s + QString::fromLatin1(kind)),
-                 qPrintable(player->currentItem()->errorText()));
+        const QString error = player->currentItem()->errorText();
+        const bool hasIndex = kind == "header-only" || kind == "garbage";
+        const QString reason = kind == "audio-only" ? u"no video"_s : hasIndex ? u"decoded"_s : u"opened"_s;
+        QVERIFY2(error.contains(reason) && error.contains(u"bad-"_s + QString::fromLatin1(kind)), qPrintable(error));
         QVERIFY(player->currentFrame().isNull());
-        QVERIFY(!isPlaying(*player));
+        QVERIFY(player->rate() == 0);
 
         // A pane is used for the next file after a bad one.
         const SampleVideo& video = m_samples.good("h264");
@@ -112,12 +94,10 @@ private Q_SLOTS:
     {
         const SampleVideo& video = m_samples.good("sound");
         const auto player = makePlayer();
-        QSignalSpy statuses(player.get(), &VideoPlayer::statusChanged);
         open(*player, video.path);
         WAIT_FOR_FRAME(0);
         QCOMPARE(player->status(), Status::Ready);
-        QCOMPARE(statuses.count(), 2);
-        QVERIFY(!isPlaying(*player));
+        QVERIFY(player->rate() == 0);
         QCOMPARE(player->currentTime(), 0.0);
         WAIT_FOR(std::abs(player->currentItem()->duration() - video.duration) < 0.05);
         player->replaceCurrentItem(nullptr);
@@ -145,7 +125,7 @@ private Q_SLOTS:
         int seeks = 0;
         // Starts, middles and ends of frames; around key frames (29, 30, 59…) and the pauses of a variable rate (9,
         // 10…).
-        for (const int frame : {50, 29, 30, 31, 9, 10, 60, 59, 58, 1, 99, 2, 98, 45, 0, 77, 28, 89, 90, 91}) {
+        for (const int frame : {50, 29, 30, 31, 9, 10, 60, 59, 58, 1, 99, 98, 0, 89, 91}) {
             const auto index = static_cast<std::size_t>(frame);
             const double start = video.starts[index];
             const double end = index + 1 < video.starts.size() ? video.starts[index + 1] : video.duration;
@@ -157,18 +137,11 @@ private Q_SLOTS:
             WAIT_FOR_FRAME(frame);
             QCOMPARE(player->currentTime(), times[(seeks - 1) % 3]);
         }
-    }
-
-    void seeksWithinTheFileOnly()
-    {
-        const SampleVideo& video = m_samples.good("h264");
-        const auto player = makePlayer();
-        open(*player, video.path);
-        WAIT_FOR_FRAME(0);
-        player->seek(1000);
+        player->seek(1000); // past the end
         WAIT_FOR_FRAME(99);
         player->seek(-5);
         WAIT_FOR_FRAME(0);
+        WAIT_FOR(!player->isSeeking());
         player->seek(qQNaN());
         QVERIFY(!player->isSeeking());
     }
@@ -209,7 +182,24 @@ private Q_SLOTS:
             WAIT_FOR_FRAME(frame);
             WAIT_FOR(!player->isSeeking());
         }
-        QVERIFY(!isPlaying(*player));
+        QVERIFY(player->rate() == 0);
+    }
+
+    void staysInAFileWithoutALength()
+    {
+        const SampleVideo& video = m_samples.good("raw");
+        const auto player = makePlayer();
+        open(*player, video.path);
+        WAIT_FOR_FRAME(0);
+        for (const int frame : {1, 2}) {
+            player->stepFrame();
+            WAIT_FOR_FRAME(frame);
+        }
+        player->stepFrame(VideoPlayer::FrameStep::Backward);
+        player->stepFrame();
+        WAIT_FOR_FRAME(3);
+        WAIT_FOR(!player->isSeeking());
+        QCOMPARE(player->status(), Status::Ready);
     }
 
     void playsToTheEndAndReportsItOnce_data()
@@ -228,18 +218,18 @@ private Q_SLOTS:
         player->addPeriodicTimeObserver(0.01, [&ticks](double) { ++ticks; });
         open(*player, video.path);
         WAIT_FOR_FRAME(0);
-        player->seek(0.5);
+        player->seek(isCut ? 1.4 : 2.8);
         player->play();
-        QVERIFY(isPlaying(*player));
+        QVERIFY(player->rate() != 0);
         WAIT_FOR(player->status() == Status::Ended);
         QCOMPARE(ends.count(), 1);
-        QVERIFY(isPlaying(*player));
+        QVERIFY(player->rate() != 0);
         QVERIFY(ticks > 5);
         if (!isCut)
             WAIT_FOR_FRAME(99);
 
         // Sought back it plays on from there, and ends once more.
-        player->seek(1.2);
+        player->seek(isCut ? 1.6 : 3.0);
         WAIT_FOR(ends.count() == 2);
         player->seek(0.2);
         player->pause();
@@ -268,9 +258,9 @@ private Q_SLOTS:
             open(*player, video.path);
         else
             player->replaceCurrentItem(scaledItem(video.path, speed));
-        for (int stop = 0; stop < 8; ++stop) {
+        for (int stop = 0; stop < 5; ++stop) {
             // Not from a frame's start, and to where a tick happens to be.
-            player->seek((0.12 + 0.21 * stop) / speed);
+            player->seek((0.12 + 0.37 * stop) / speed);
             WAIT_FOR(!player->isSeeking());
             const double from = player->currentTime();
             player->play();
@@ -312,15 +302,14 @@ private Q_SLOTS:
         QVERIFY(times.empty());
         WAIT_FOR(times.size() == 1); // it is there
         QCOMPARE(times.back(), 0.0);
-        player->seek(1.0);
-        WAIT_FOR(times.back() == 1.0);
-        WAIT_FOR(!player->isSeeking());
+        player->seek(2.0);
+        WAIT_FOR(times.back() == 2.0 && !player->isSeeking());
         times.clear();
         player->play();
-        WAIT_FOR(player->currentTime() > 2);
+        WAIT_FOR(player->currentTime() > 2.6);
         QVERIFY(std::is_sorted(times.begin(), times.end()));
-        // Finer than the frames, of which there are thirty in that time.
-        QVERIFY2(times.size() > 45 && times.size() < 160, qPrintable(QString::number(times.size())));
+        // Finer than the frames, of which there are eighteen in that time.
+        QVERIFY2(times.size() > 27 && times.size() < 96, qPrintable(QString::number(times.size())));
         // Within the tolerance nothing happens, and a playing player doesn't go back by a frame.
         QSignalSpy finished(player.get(), &VideoPlayer::seekFinished);
         player->seek(player->currentTime() - 0.05, 0.1);
@@ -345,30 +334,25 @@ private Q_SLOTS:
         QCOMPARE(ticks, 0);
     }
 
-    void pausedAtTheEndNothingIsReportedUntilItPlays_data()
-    {
-        QTest::addColumn<QByteArray>("kind");
-        QTest::newRow("silent") << QByteArray("h264");
-        QTest::newRow("with sound") << QByteArray("sound");
-    }
     void pausedAtTheEndNothingIsReportedUntilItPlays()
     {
-        QFETCH(QByteArray, kind);
-        const SampleVideo& video = m_samples.good(kind);
-        const auto player = std::make_unique<VideoPlayer>(); // whose sound ends when it does
-        player->setRenderSize(QSize(320, 180));
-        QSignalSpy ends(player.get(), &VideoPlayer::itemDidPlayToEnd);
-        open(*player, video.path);
-        for (int round = 1; round <= 2; ++round) {
-            player->seek(100);
-            WAIT_FOR_FRAME(99);
-            WAIT_FOR(!player->isSeeking());
-            QCOMPARE(ends.count(), round - 1);
-            player->play();
-            WAIT_FOR(ends.count() == round);
-            player->pause();
-            player->seek(1);
-            WAIT_FOR_FRAME(30);
+        for (const char* kind : {"h264", "sound"}) {
+            const SampleVideo& video = m_samples.good(kind);
+            const auto player = std::make_unique<VideoPlayer>(); // whose sound ends when it does
+            player->setRenderSize(QSize(320, 180));
+            QSignalSpy ends(player.get(), &VideoPlayer::itemDidPlayToEnd);
+            open(*player, video.path);
+            for (int round = 1; round <= 2; ++round) {
+                player->seek(100);
+                WAIT_FOR_FRAME(99);
+                WAIT_FOR(!player->isSeeking());
+                QCOMPARE(ends.count(), round - 1);
+                player->play();
+                WAIT_FOR(ends.count() == round);
+                player->pause();
+                player->seek(1);
+                WAIT_FOR_FRAME(30);
+            }
         }
     }
 
@@ -393,24 +377,18 @@ private Q_SLOTS:
         WAIT_FOR_FRAME(30);
     }
 
-    void drawsInAnySize_data()
-    {
-        QTest::addColumn<QByteArray>("kind");
-        QTest::newRow("upright") << QByteArray("h264");
-        QTest::newRow("turned") << QByteArray("rotated90");
-    }
     void drawsInAnySize()
     {
-        QFETCH(QByteArray, kind);
-        const SampleVideo& video = m_samples.good(kind);
-        const auto player = makePlayer();
-        open(*player, video.path);
-        WAIT_FOR(player->status() == Status::Ready);
-        // A pane that is being dragged shut goes through all of these.
-        for (const QSize size :
-             {QSize(1, 1), QSize(2, 300), QSize(300, 1), QSize(7, 5), QSize(1921, 3), QSize(333, 777)}) {
-            player->setRenderSize(size);
-            WAIT_FOR(player->currentFrame().size() == size);
+        for (const char* kind : {"h264", "rotated90"}) {
+            const auto player = makePlayer();
+            open(*player, m_samples.good(kind).path);
+            WAIT_FOR(player->status() == Status::Ready);
+            // A pane that is being dragged shut goes through all of these.
+            for (const QSize size :
+                 {QSize(1, 1), QSize(2, 300), QSize(300, 1), QSize(7, 5), QSize(1921, 3), QSize(333, 777)}) {
+                player->setRenderSize(size);
+                WAIT_FOR(player->currentFrame().size() == size);
+            }
         }
     }
 
@@ -470,6 +448,7 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, moment);
         const SampleVideo& video = m_samples.good("sound");
+        QImage kept;
         for (int round = 0; round < 4; ++round) {
             const auto player = makePlayer();
             QSignalSpy frames(player.get(), &VideoPlayer::frameReady);
@@ -481,6 +460,7 @@ private Q_SLOTS:
             if (moment == "loading" || moment == "failing")
                 continue;
             WAIT_FOR_FRAME(0);
+            kept = player->currentFrame();
             if (moment == "seeking")
                 player->seek(2.0 + round * 0.1);
             if (moment == "playing") {
@@ -489,36 +469,8 @@ private Q_SLOTS:
             }
         }
         VideoPlayer::waitForShutdown();
-    }
-
-    void aPictureOutlivesItsPlayer()
-    {
-        const SampleVideo& video = m_samples.good("h264");
-        auto player = makePlayer();
-        open(*player, video.path);
-        WAIT_FOR_FRAME(0);
-        const QImage kept = player->currentFrame();
-        player.reset();
-        VideoPlayer::waitForShutdown();
-        QCOMPARE(video.numberIn(kept).value_or(-1), 0);
-    }
-
-    void twoPlayersShowTheSameMoment()
-    {
-        const SampleVideo& video = m_samples.good("sound");
-        const SampleVideo& rearVideo = m_samples.good("hevc");
-        const auto player = makePlayer();
-        const auto rear = makePlayer();
-        open(*player, video.path);
-        open(*rear, rearVideo.path);
-        rear->setMuted(true);
-        player->setVolume(0.3);
-        for (const int frame : {70, 33, 12}) {
-            player->seek(frame / 30.0 + 0.015);
-            rear->seek(frame / 30.0 + 0.015);
-            WAIT_FOR_FRAME(frame);
-            QTRY_COMPARE_WITH_TIMEOUT(rearVideo.numberIn(rear->currentFrame()).value_or(-1), frame, patienceMs);
-        }
+        // A picture outlives its player.
+        QVERIFY(kept.isNull() || video.numberIn(kept) == 0);
     }
 };
 

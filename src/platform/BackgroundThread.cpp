@@ -1,4 +1,4 @@
-#include "platform/video/BackgroundEnd.h"
+#include "platform/BackgroundThread.h"
 
 #include <atomic>
 #include <list>
@@ -6,7 +6,7 @@
 #include <thread>
 #include <utility>
 
-namespace cardreel::BackgroundEnd {
+namespace cardreel::BackgroundThread {
 namespace {
 
 struct Job
@@ -20,7 +20,7 @@ class Registry
 public:
     ~Registry() { wait(); }
 
-    void run(std::function<void()> end)
+    void run(std::function<void()> work)
     {
         const std::lock_guard lock(m_mutex);
         // Those that have ended meanwhile are joined here at no cost, so that a long session keeps none of them.
@@ -33,9 +33,9 @@ public:
             }
         }
         Job& job = m_jobs.emplace_back();
-        job.thread = std::thread([&job, end = std::move(end)]() mutable {
-            end();
-            end = nullptr;
+        job.thread = std::thread([&job, work = std::move(work)]() mutable {
+            work();
+            work = nullptr;
             job.isDone = true;
         });
     }
@@ -64,9 +64,9 @@ Registry& registry()
 
 } // namespace
 
-void run(std::function<void()> end)
+void run(std::function<void()> job)
 {
-    registry().run(std::move(end));
+    registry().run(std::move(job));
 }
 
 void wait()
@@ -74,4 +74,4 @@ void wait()
     registry().wait();
 }
 
-} // namespace cardreel::BackgroundEnd
+} // namespace cardreel::BackgroundThread
