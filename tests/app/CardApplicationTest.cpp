@@ -2,21 +2,15 @@
 
 #include "WindowParts.h"
 #include "app/LeadButton.h"
-#include "app/MainWindow.h"
-#include "platform/BackgroundQueue.h"
 #include "platform/settings/UserDefaults.h"
 #include "playback/MediaControllerManager.h"
 #include "playback/OptionPopover.h"
-#include "support/CardBuilder.h"
-#include "support/TestHome.h"
 
 #include <QAction>
-#include <QApplication>
 #include <QDir>
 #include <QLabel>
 #include <QMenu>
 #include <QMessageBox>
-#include <QTest>
 
 using namespace cardreel;
 using namespace cardreel::test;
@@ -35,18 +29,21 @@ QList<Widget*> shown()
     return result;
 }
 
-QPushButton* leadButton(const MainWindow* window)
+LeadButton* leadButton(const MainWindow* window)
 {
     return window->findChild<LeadButton*>();
 }
 
-MainWindow* newestBut(const QList<MainWindow*>& others)
+MainWindow* otherThan(const MainWindow* known)
 {
-    for (MainWindow* window : shown<MainWindow>()) {
-        if (!others.contains(window))
-            return window;
-    }
-    return nullptr;
+    const QList<MainWindow*> windows = shown<MainWindow>();
+    return windows.front() == known ? windows.back() : windows.front();
+}
+
+QAction* actionNamed(const MainWindow* window, const QString& text)
+{
+    const QList<QAction*> actions = window->findChildren<QAction*>();
+    return *std::find_if(actions.begin(), actions.end(), [&](const QAction* action) { return action->text() == text; });
 }
 
 QStringList popovers(const MainWindow* window)
@@ -57,15 +54,6 @@ QStringList popovers(const MainWindow* window)
             result.push_back(label->text());
     }
     return result;
-}
-
-QAction* actionNamed(const MainWindow* window, const QString& text)
-{
-    for (QAction* action : window->findChildren<QAction*>()) {
-        if (action->text() == text)
-            return action;
-    }
-    qFatal("no action %s", qPrintable(text));
 }
 
 /// The cards in view; empty texts are windows without one.
@@ -85,203 +73,178 @@ class CardApplicationTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_card = std::make_unique<CardBuilder>();
+        m_card->file(u"NORMAL/200101120000.MP4"_s);
+        m_other = std::make_unique<CardBuilder>(u"this & that"_s);
+        m_other->file(u"NORMAL/200101120000.MP4"_s);
+    }
 
-    void opensOneWindowACard();
-    void refusesWhatIsNoCard_data();
-    void refusesWhatIsNoCard();
-    void remembersCards();
-    void windowsLeadEachOther();
-    void theLeaderClosesInTheMiddleOfPlay();
-    void rearCamerasMakeTheDifference();
-    void endsInTheMiddleOfAParse();
+    void opensOneWindowACard()
+    {
+        {
+            CardApplication application(*qApp);
+            application.openAtStart({});
+            QCOMPARE(cardsInView(), QStringList{u""_s});
+        }
+        CardApplication application(*qApp);
+        const QString sameAgain = m_card->path(u"NORMAL/../"_s);
+        const QString relative = QDir::current().relativeFilePath(m_other->root());
+        application.openAtStart({m_card->root(), relative, sameAgain});
+        QStringList expected = {m_card->root(), m_other->root()};
+        expected.sort();
+        QCOMPARE(cardsInView(), expected);
+        QVERIFY(shown<QMessageBox>().isEmpty());
+    }
+
+    void refusesWhatIsNoCard()
+    {
+        QStringList reasons;
+        for (const QString& name : {u"missing"_s, u"200101120000.MP4"_s, u""_s}) { // nothing, a file, a card's folder
+            CardApplication application(*qApp);
+            application.openAtStart({m_card->path(u"NORMAL/"_s + name)});
+            QCOMPARE(cardsInView(), QStringList{u""_s});
+            const QList<QMessageBox*> boxes = shown<QMessageBox>();
+            QCOMPARE(boxes.size(), 1);
+            QVERIFY(boxes.front()->text().contains(name.isEmpty() ? u"NORMAL"_s : name));
+            QVERIFY(!reasons.contains(boxes.front()->informativeText()));
+            reasons.push_back(boxes.front()->informativeText());
+        }
+    }
+
+    void remembersCards()
+    {
+        UserDefaults::shared().setValue(u"RecentCards"_s, QStringList());
+        {
+            CardApplication application(*qApp);
+            application.openAtStart({m_card->root(), m_other->root(), m_card->path(u"missing"_s)});
+        }
+        CardApplication application(*qApp);
+        application.openAtStart({m_card->root()});
+        MainWindow* window = shown<MainWindow>().value(0);
+        QVERIFY(window);
+        QMenu* menu = window->recentMenu();
+        Q_EMIT menu->aboutToShow();
+        const QList<QAction*> actions = menu->actions();
+        QVERIFY(actions.size() > 2);
+        QCOMPARE(actions[0]->text(), m_card->root());
+        QCOMPARE(actions[1]->text(), QString(m_other->root()).replace(u'&', u"&&"_s));
+        QVERIFY(actions[2]->isSeparator());
+        actions[1]->trigger();
+        QVERIFY(cardsInView().contains(m_other->root()));
+        actions.back()->trigger();
+        Q_EMIT menu->aboutToShow();
+        QVERIFY(menu->isEmpty() && !menu->isEnabled());
+    }
+
+    void windowsLeadEachOther()
+    {
+        CardApplication application(*qApp);
+        application.openAtStart({m_card->root()});
+        MainWindow* first = shown<MainWindow>().value(0);
+        first->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(first));
+        QCOMPARE(frontOf(first)->rateLimit(), 16.0);
+        QVERIFY(!frontOf(first)->isMuted());
+
+        // A window that leads nobody gets company, which takes the lead along with the keyboard and asks for a card.
+        leadButton(first)->click();
+        QCOMPARE(shown<MainWindow>().size(), 2);
+        MainWindow* second = otherThan(first);
+        QVERIFY(QTest::qWaitForWindowActive(second));
+        QTRY_VERIFY(second->mediaController().isMasterController());
+        QVERIFY(leadButton(second)->isChecked() && !leadButton(first)->isChecked());
+        QTRY_COMPARE(popovers(second), QStringList{MainWindow::tr("Select the media to play or synchronize.")});
+        QVERIFY(frontOf(second)->rateLimit() == 8);
+        QVERIFY(!frontOf(second)->isMuted());
+
+        QVERIFY(second->openCard(m_other->root()));
+        QCOMPARE(frontOf(first)->rateLimit(), 8.0);
+        QVERIFY(frontOf(first)->isMuted());
+        first->activateWindow();
+        QTRY_VERIFY(first->mediaController().isMasterController());
+        QVERIFY(!frontOf(first)->isMuted() && frontOf(second)->isMuted());
+        // The click that brought the window forward has given it the lead and doesn't take it again.
+        QTest::mouseClick(leadButton(first), Qt::LeftButton);
+        QVERIFY(leadButton(first)->isChecked());
+        leadButton(first)->click();
+        QVERIFY(!first->mediaController().isMasterController() && !leadButton(first)->isChecked());
+        QTRY_COMPARE(popovers(first), QStringList{MainWindow::tr("Synchronization canceled.")});
+    }
+
+    void theLeaderClosesInTheMiddleOfPlay()
+    {
+        const QString path = m_card->path(u"sample"_s);
+        QVERIFY(makeSampleCard(path, 2, 20));
+        CardApplication application(*qApp);
+        application.openAtStart({path, m_other->root(), m_card->root()});
+        const QList<MainWindow*> windows = shown<MainWindow>();
+        QCOMPARE(windows.size(), 3);
+        const auto leader = std::find_if(windows.begin(), windows.end(),
+                                         [&path](const MainWindow* each) { return each->cardPath() == path; });
+        QVERIFY(leader != windows.end());
+        (*leader)->activateWindow();
+        QVERIFY(QTest::qWaitForWindowActive(*leader));
+        leadButton(*leader)->click();
+        QVERIFY((*leader)->mediaController().isMasterController());
+        QTRY_VERIFY_WITH_TIMEOUT(frontOf(*leader)->isPlaying() && frontOf(*leader)->progress() > 0, patienceMs);
+        (*leader)->mediaController().updateProgress(0.5);
+        (*leader)->close();
+        QTRY_COMPARE(shown<MainWindow>().size(), 2);
+        for (const MainWindow* window : shown<MainWindow>())
+            QVERIFY(!leadButton(window)->isChecked());
+        QVERIFY(!MediaControllerManager::sharedInstance().masterController());
+        leadButton(shown<MainWindow>().front())->click();
+        QCOMPARE(shown<MainWindow>().size(), 2);
+    }
+
+    void rearCamerasMakeTheDifference()
+    {
+        m_card->file(u"REAR/NORMAL/200101120000.MP4"_s);
+        CardApplication application(*qApp);
+        application.openAtStart({m_card->root()});
+        MainWindow* window = shown<MainWindow>().value(0);
+        QAction* rear = actionNamed(window, MainWindow::tr("Rear Ca&mera"));
+        actionNamed(window, MainWindow::tr("&New Window"))->trigger();
+        QCOMPARE(cardsInView(), (QStringList{u""_s, m_card->root()}));
+        QCOMPARE(frontOf(window)->rateLimit(), 8.0);
+        QVERIFY(rearOf(window)->isVisible());
+        rear->trigger();
+        QCOMPARE(frontOf(window)->rateLimit(), 16.0);
+        QTRY_VERIFY(!rearOf(window)->isVisible()); // it folds away
+        QVERIFY(otherThan(window)->isRearCameraOn());
+        // Remembered.
+        MainWindow next;
+        QVERIFY(next.isRearCameraOn());
+        next.openCard(m_card->root());
+        QVERIFY(!next.isRearCameraOn());
+        rear->trigger();
+        QVERIFY(rearOf(window)->isVisible());
+    }
+
+    void endsInTheMiddleOfAParse()
+    {
+        for (int i = 0; i < 60; ++i)
+            m_card->file(u"NORMAL/2001011200%1.MP4"_s.arg(i, 2, 10, QLatin1Char('0')));
+        {
+            CardApplication application(*qApp);
+            application.openAtStart({m_card->root()});
+            QCOMPARE(cardsInView(), QStringList{m_card->root()});
+            // No event is handled any more: what waits for that is released, or the end would never come.
+        }
+        QVERIFY(shown<MainWindow>().isEmpty());
+        QVERIFY(BackgroundQueue::waitForDone(0));
+    }
 
 private:
     std::unique_ptr<CardBuilder> m_card;
     std::unique_ptr<CardBuilder> m_other;
 };
 
-void CardApplicationTest::init()
-{
-    m_card = std::make_unique<CardBuilder>();
-    m_card->file(u"NORMAL/200101120000.MP4"_s);
-    m_other = std::make_unique<CardBuilder>(u"this & that"_s);
-    m_other->file(u"NORMAL/200101120000.MP4"_s);
-}
-
-void CardApplicationTest::opensOneWindowACard()
-{
-    {
-        CardApplication application(*qApp);
-        application.openAtStart({});
-        QCOMPARE(cardsInView(), QStringList{u""_s});
-    }
-    CardApplication application(*qApp);
-    const QString sameAgain = m_card->path(u"NORMAL/../"_s);
-    const QString relative = QDir::current().relativeFilePath(m_other->root());
-    application.openAtStart({m_card->root(), relative, sameAgain});
-    QStringList expected = {m_card->root(), m_other->root()};
-    expected.sort();
-    QCOMPARE(cardsInView(), expected);
-    QVERIFY(shown<QMessageBox>().isEmpty());
-}
-
-void CardApplicationTest::refusesWhatIsNoCard_data()
-{
-    QTest::addColumn<QString>("delta");
-    QTest::newRow("missing") << u"missing"_s;
-    QTest::newRow("a file") << u"NORMAL/200101120000.MP4"_s;
-    QTest::newRow("a folder of the card") << u"NORMAL"_s;
-}
-
-void CardApplicationTest::refusesWhatIsNoCard()
-{
-    QFETCH(QString, delta);
-    CardApplication application(*qApp);
-    application.openAtStart({m_card->path(delta)});
-    QCOMPARE(cardsInView(), QStringList{u""_s});
-    const QList<QMessageBox*> boxes = shown<QMessageBox>();
-    QCOMPARE(boxes.size(), 1);
-    QVERIFY(boxes.front()->text().contains(delta.section(u'/', -1)));
-    static QStringList reasons;
-    QVERIFY(!reasons.contains(boxes.front()->informativeText()));
-    reasons.push_back(boxes.front()->informativeText());
-}
-
-void CardApplicationTest::remembersCards()
-{
-    UserDefaults::shared().setValue(u"RecentCards"_s, QStringList());
-    {
-        CardApplication application(*qApp);
-        application.openAtStart({m_card->root(), m_other->root(), m_card->path(u"missing"_s)});
-    }
-    CardApplication application(*qApp);
-    application.openAtStart({m_card->root()});
-    MainWindow* window = shown<MainWindow>().value(0);
-    QVERIFY(window);
-    QMenu* menu = window->recentMenu();
-    Q_EMIT menu->aboutToShow();
-    const QList<QAction*> actions = menu->actions();
-    QVERIFY(actions.size() > 2);
-    QCOMPARE(actions[0]->text(), m_card->root());
-    QCOMPARE(actions[1]->text(), QString(m_other->root()).replace(u'&', u"&&"_s));
-    QVERIFY(actions[2]->isSeparator());
-    actions[1]->trigger();
-    QVERIFY(cardsInView().contains(m_other->root()));
-    actions.back()->trigger();
-    Q_EMIT menu->aboutToShow();
-    QVERIFY(menu->isEmpty() && !menu->isEnabled());
-}
-
-void CardApplicationTest::windowsLeadEachOther()
-{
-    CardApplication application(*qApp);
-    application.openAtStart({m_card->root()});
-    MainWindow* first = shown<MainWindow>().value(0);
-    first->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(first));
-    QCOMPARE(frontOf(first)->rateLimit(), 16.0);
-    QVERIFY(!frontOf(first)->isMuted());
-
-    // A window that leads nobody gets company, which takes the lead along with the keyboard and asks for a card.
-    leadButton(first)->click();
-    QCOMPARE(shown<MainWindow>().size(), 2);
-    MainWindow* second = newestBut({first});
-    QVERIFY(QTest::qWaitForWindowActive(second));
-    QTRY_VERIFY(second->mediaController().isMasterController());
-    QVERIFY(leadButton(second)->isChecked() && !leadButton(first)->isChecked());
-    QTRY_COMPARE(popovers(second), QStringList{MainWindow::tr("Select the media to play or synchronize.")});
-    QVERIFY(frontOf(second)->rateLimit() == 8);
-    QVERIFY(!frontOf(second)->isMuted());
-
-    QVERIFY(second->openCard(m_other->root()));
-    QCOMPARE(frontOf(first)->rateLimit(), 8.0);
-    QVERIFY(frontOf(first)->isMuted());
-    first->activateWindow();
-    QTRY_VERIFY(first->mediaController().isMasterController());
-    QVERIFY(!frontOf(first)->isMuted() && frontOf(second)->isMuted());
-    // The click that brought the window forward has given it the lead and doesn't take it again.
-    QTest::mouseClick(leadButton(first), Qt::LeftButton);
-    QVERIFY(leadButton(first)->isChecked());
-    leadButton(first)->click();
-    QVERIFY(!first->mediaController().isMasterController() && !leadButton(first)->isChecked());
-    QTRY_COMPARE(popovers(first), QStringList{MainWindow::tr("Synchronization canceled.")});
-}
-
-void CardApplicationTest::theLeaderClosesInTheMiddleOfPlay()
-{
-    const QString path = m_card->path(u"sample"_s);
-    QVERIFY(makeSampleCard(path, 2, 20));
-    CardApplication application(*qApp);
-    application.openAtStart({path, m_other->root(), m_card->root()});
-    const QList<MainWindow*> windows = shown<MainWindow>();
-    QCOMPARE(windows.size(), 3);
-    const auto leader = std::find_if(windows.begin(), windows.end(),
-                                     [&path](const MainWindow* each) { return each->cardPath() == path; });
-    QVERIFY(leader != windows.end());
-    (*leader)->activateWindow();
-    QVERIFY(QTest::qWaitForWindowActive(*leader));
-    leadButton(*leader)->click();
-    QVERIFY((*leader)->mediaController().isMasterController());
-    QTRY_VERIFY_WITH_TIMEOUT(frontOf(*leader)->isPlaying() && frontOf(*leader)->progress() > 0, patienceMs);
-    (*leader)->mediaController().updateProgress(0.5);
-    (*leader)->close();
-    QTRY_COMPARE(shown<MainWindow>().size(), 2);
-    for (const MainWindow* window : shown<MainWindow>())
-        QVERIFY(!leadButton(window)->isChecked());
-    QVERIFY(!MediaControllerManager::sharedInstance().masterController());
-    leadButton(shown<MainWindow>().front())->click();
-    QCOMPARE(shown<MainWindow>().size(), 2);
-}
-
-void CardApplicationTest::rearCamerasMakeTheDifference()
-{
-    m_card->file(u"REAR/NORMAL/200101120000.MP4"_s);
-    CardApplication application(*qApp);
-    application.openAtStart({m_card->root()});
-    MainWindow* window = shown<MainWindow>().value(0);
-    QAction* rear = actionNamed(window, MainWindow::tr("Rear Ca&mera"));
-    actionNamed(window, MainWindow::tr("&New Window"))->trigger();
-    QCOMPARE(cardsInView(), (QStringList{u""_s, m_card->root()}));
-    QCOMPARE(frontOf(window)->rateLimit(), 8.0);
-    QVERIFY(rearOf(window)->isVisible());
-    rear->trigger();
-    QCOMPARE(frontOf(window)->rateLimit(), 16.0);
-    QTRY_VERIFY(!rearOf(window)->isVisible()); // it folds away
-    QVERIFY(newestBut({window})->isRearCameraOn());
-    // Remembered.
-    MainWindow next;
-    QVERIFY(next.isRearCameraOn());
-    next.openCard(m_card->root());
-    QVERIFY(!next.isRearCameraOn());
-    rear->trigger();
-    QVERIFY(rearOf(window)->isVisible());
-}
-
-void CardApplicationTest::endsInTheMiddleOfAParse()
-{
-    for (int i = 0; i < 60; ++i)
-        m_card->file(u"NORMAL/2001011200%1.MP4"_s.arg(i, 2, 10, QLatin1Char('0')));
-    {
-        CardApplication application(*qApp);
-        application.openAtStart({m_card->root()});
-        QCOMPARE(cardsInView(), QStringList{m_card->root()});
-        // No event is handled any more: what waits for that is released, or the end would never come.
-    }
-    QVERIFY(shown<MainWindow>().isEmpty());
-    QVERIFY(BackgroundQueue::waitForDone(0));
-}
-
 int main(int argc, char* argv[])
 {
-    const TestHome home;
-    QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(u"Cardreel"_s);
-    QCoreApplication::setApplicationName(u"CardApplicationTest"_s);
-    QApplication::setQuitOnLastWindowClosed(false);
-    setupDefaults();
-    CardApplicationTest test;
-    return QTest::qExec(&test, argc, argv);
+    return runWithWindows<CardApplicationTest>(argc, argv);
 }
 
 #include "CardApplicationTest.moc"

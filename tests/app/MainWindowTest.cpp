@@ -1,7 +1,6 @@
 #include "app/MainWindow.h"
 
 #include "WindowParts.h"
-#include "app/CardApplication.h"
 #include "app/MomentDisplay.h"
 #include "app/ReadoutBar.h"
 #include "app/lists/CardItem.h"
@@ -9,25 +8,17 @@
 #include "media/DCFInfo.h"
 #include "media/PictureInfo.h"
 #include "names/ConstClass.h"
-#include "platform/BackgroundQueue.h"
-#include "platform/InterfaceThread.h"
-#include "platform/video/VideoPlayer.h"
 #include "playback/PlayerScrollView.h"
-#include "support/CardBuilder.h"
-#include "support/TestHome.h"
 #include "telemetry/CustomLocation.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
-#include <QPointer>
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QSignalSpy>
 #include <QTabBar>
-#include <QTest>
 #include <QThreadPool>
 
 #include <sys/stat.h>
@@ -38,27 +29,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-/// Whether anything but black stands in the middle of a pane, where its picture and its messages are.
-bool isBlackInTheMiddle(ZoomPlayerViewController* pane)
+bool isPlain(const QImage& image, QColor color)
 {
-    const QImage image = pane->grab().toImage();
-    const QRect middle(image.width() / 4, image.height() / 4, image.width() / 2, image.height() / 2);
-    for (int y = middle.top(); y <= middle.bottom(); ++y) {
-        for (int x = middle.left(); x <= middle.right(); ++x) {
-            if (image.pixelColor(x, y) != QColor(Qt::black))
-                return false;
-        }
-    }
-    return true;
+    QImage plain = image;
+    plain.fill(color);
+    return image == plain;
 }
 
-/// Whether anything is written or drawn on a widget of one colour.
-bool isBlank(QWidget* widget)
+/// Whether nothing stands in the middle of a pane, where its picture and its messages are.
+bool isBlackInTheMiddle(ZoomPlayerViewController* pane)
 {
-    const QImage image = widget->grab().toImage();
-    QImage plain = image;
-    plain.fill(image.pixelColor(0, 0));
-    return image == plain;
+    const QSize size = pane->size();
+    return isPlain(pane->grab({{size.width() / 4, size.height() / 4}, size / 2}).toImage(), Qt::black);
 }
 
 /// The cards' pictures are dark green.
@@ -71,360 +53,273 @@ bool isGreenInTheMiddle(ZoomPlayerViewController* pane)
 
 } // namespace
 
-class MainWindowTest : public QObject
+class MainWindowTest : public WindowTest
 {
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
-    void cleanup();
+    void init() { makeWindow(); }
+    void cleanup() { endWindow(); }
 
-    void invitesToOpenACard();
-    void anEmptyCardSaysSo();
-    void openingACardFillsTheLists();
-    void rowsSayWhatTheyStandFor();
-    void picturesAreShownInTheirRecordingOrAlone();
-    void showsPictures();
-    void aPictureThatIsGoneIsReported();
-    void brokenAndMissingVideosAreReported();
-    void thumbnailsFollow();
-    void anotherCardReplacesTheFirst();
-    void theCardIsRemovedAndComesBack();
-    void closesInTheMiddleOfAParse();
-    void takesDroppedFolders();
-    void playsACard();
+    void saysThatThereIsNothing()
+    {
+        QVERIFY(!panel()->isVisible());
+        QTest::keyClick(m_window.get(), Qt::Key_F);
+        QVERIFY(!m_window->isFullScreen());
+        QSignalSpy requested(m_window.get(), &MainWindow::openRequested);
+        for (QPushButton* button : m_window->findChildren<QPushButton*>()) {
+            if (button->text() == MainWindow::tr("Open card…"))
+                QTest::mouseClick(button, Qt::LeftButton);
+        }
+        QCOMPARE(requested.size(), 1);
+        // An empty card.
+        CardBuilder card;
+        card.folder(u"NORMAL"_s);
+        QVERIFY(!open(card));
+        QVERIFY(panel()->isVisible());
+        QVERIFY(!isBlackInTheMiddle(frontPane()));
+        QVERIFY(!rearPane()->isVisible());
+        QCOMPARE(reading("Time of day"), ConstClass::TIMECOUNT_NO_MEDIA);
+        auto* tabs = m_window->findChild<QTabBar*>();
+        for (const List which : {Recordings, Events, Pictures}) {
+            tabs->setCurrentIndex(which);
+            QVERIFY(list(which)->isVisible());
+            const QImage image = list(which)->viewport()->grab().toImage();
+            QVERIFY(!isPlain(image, image.pixelColor(0, 0))); // it says so
+            QVERIFY(tabs->tabText(which).contains(u'0'));
+        }
+    }
+
+    void openingACardFillsTheLists()
+    {
+        CardBuilder card(u"my card"_s);
+        const QStringList all = {u"NORMAL/200101120000.MP4"_s, u"EVENT/200101120100.MP4"_s,
+                                 u"NORMAL/200101120200.MP4"_s, u"PARKING/200101120300.MP4"_s};
+        for (const QString& delta : all)
+            card.file(delta);
+        card.picture(u"PICTURE/200101120130.JPG"_s);
+        QVERIFY(open(card));
+        QCOMPARE(m_window->cardPath(), card.root());
+        QVERIFY(m_window->windowTitle().contains(u"my card"));
+        QCOMPARE(texts(Recordings, Qt::ToolTipRole), all);
+        QCOMPARE(texts(Events, Qt::ToolTipRole), (QStringList{all[1], all[3]}));
+        QCOMPARE(texts(Pictures, Qt::ToolTipRole), QStringList{u"PICTURE/200101120130.JPG"_s});
+        const auto* tabs = m_window->findChild<QTabBar*>();
+        QVERIFY(tabs->tabText(Recordings).contains(u'4'));
+        QVERIFY(tabs->tabText(Events).contains(u'2'));
+        QVERIFY(tabs->tabText(Pictures).contains(u'1'));
+        QCOMPARE(list(Recordings)->currentRow(), 0);
+        QVERIFY(!rearPane()->isVisible());
+
+        card.file(u"REAR/EVENT/200101120100.MP4"_s);
+        QVERIFY(open(card));
+        QVERIFY(rearPane()->isVisible());
+        // Another card takes its place.
+        CardBuilder other;
+        other.file(u"EVENT/200101120100.MP4"_s);
+        list(Pictures)->selectRow(0);
+        QVERIFY(open(other));
+        QCOMPARE(texts(Recordings, Qt::ToolTipRole), QStringList{u"EVENT/200101120100.MP4"_s});
+        QCOMPARE(list(Recordings)->currentRow(), 0);
+        QCOMPARE(list(Pictures)->model()->rowCount(), 0);
+    }
+
+    void rowsSayWhatTheyStandFor()
+    {
+        CardBuilder card;
+        card.file(u"NORMAL/200101235959.MP4"_s);
+        card.file(u"EVENT/200102000000.MP4"_s, QByteArray(2'500'000, 'x'));
+        QCOMPARE(chmod(card.file(u"MANUAL/200102000100.MP4"_s).toUtf8(), 0444), 0);
+        card.file(u"REAR/EVENT/200102000000.MP4"_s);
+        card.picture(u"PICTURE/200102000030.JPG"_s);
+        open(card);
+        // The recorder's clock, wherever this computer is.
+        const QStringList times = texts(Recordings, TitleRole);
+        QVERIFY2(times[0].contains(u":59:59"), qPrintable(times[0]));
+        QVERIFY(times[1] != times[2]);
+        const QStringList days = texts(Recordings, DayRole);
+        QVERIFY(!days[0].isEmpty() && !days[1].isEmpty() && days[0] != days[1]);
+        QVERIFY(days[2].isEmpty());
+        QCOMPARE(texts(Pictures, DayRole).front(), days[1]);
+        QVERIFY(texts(Recordings, DetailRole)[1].contains(u"2.5"));
+        QVERIFY(texts(Recordings, DetailRole)[1] != texts(Recordings, DetailRole)[0]);
+        const QStringList kinds = texts(Recordings, KindTextRole);
+        QVERIFY(kinds[0].isEmpty() && !kinds[1].isEmpty() && !kinds[2].isEmpty() && kinds[1] != kinds[2]);
+        QCOMPARE(texts(Recordings, LockedRole), (QStringList{u"false"_s, u"false"_s, u"true"_s}));
+        QCOMPARE(texts(Pictures, ThumbnailPathRole).front(), card.path(u"PICTURE/200102000030.JPG"_s));
+    }
+
+    void picturesAreShownInTheirRecordingOrAlone()
+    {
+        CardBuilder folder;
+        const QString card = folder.path(u"sample"_s);
+        QVERIFY(makeSampleCard(card, 2, 20, 2));
+        const QString stray = card + u"/PICTURE/990101000000.JPG"_s;
+        QVERIFY(QFile::copy(QDir(card + u"/PICTURE"_s).entryInfoList(QDir::Files).front().filePath(), stray));
+        setModified(stray, utc(2035, 1, 1, 0, 0));
+        QVERIFY(m_window->openCard(card));
+        int insideRow = -1;
+        int aloneRow = -1;
+        for (int row = 0; row < list(Pictures)->model()->rowCount(); ++row) {
+            const bool isAlone = controller().pictureTree()[static_cast<size_t>(row)]->parentDCFInfo.expired();
+            (isAlone ? aloneRow : insideRow) = row;
+        }
+        QVERIFY(insideRow >= 0 && aloneRow >= 0);
+        const std::shared_ptr<PictureInfo> inside = controller().pictureTree()[static_cast<size_t>(insideRow)];
+        const std::shared_ptr<PictureInfo> alone = controller().pictureTree()[static_cast<size_t>(aloneRow)];
+        const std::shared_ptr<DCFInfo> parent = inside->parentDCFInfo.lock();
+        list(Pictures)->selectRow(insideRow);
+        QCOMPARE(controller().currentDCF(), parent);
+        WAIT_FOR(frontPane()->originalTotalTime() > 0 && !frontPane()->isPlaying());
+        WAIT_FOR(frontPane()->progress() > 0 || inside->parentDCFInfo.expired());
+        QCOMPARE(controller().currentPicture(), inside);
+        QCOMPARE(reading("Time of day"), inside->pictureDateString);
+
+        list(Pictures)->selectRow(aloneRow);
+        QCOMPARE(controller().currentPicture(), alone);
+        QVERIFY(!frontPane()->isPlaying());
+        QCOMPARE(reading("Time of day"), alone->pictureDateString);
+        list(Recordings)->selectRow(1);
+        QVERIFY(!controller().currentPicture());
+        WAIT_FOR(frontPane()->isPlaying());
+    }
+
+    void showsPictures()
+    {
+        CardBuilder card;
+        card.file(u"NORMAL/200101120000.MP4"_s);
+        card.file(u"REAR/NORMAL/200101120000.MP4"_s);
+        card.pictureAt(u"PICTURE/200101120010.JPG"_s, 35.5, "N", 139.75, "W");
+        card.picture(u"REAR/PICTURE/200101120010.JPG"_s);
+        card.picture(u"PICTURE/200101120020.JPG"_s);
+        open(card);
+        QVERIFY(!isGreenInTheMiddle(frontPane()));
+        list(Pictures)->selectRow(0);
+        WAIT_FOR(isGreenInTheMiddle(frontPane()) && isGreenInTheMiddle(rearPane()));
+        QCOMPARE(reading("Time of day"), recordingDateText(u"200101120010"_s));
+        QCOMPARE(reading("Position"), u"35.500000, -139.750000"_s);
+        list(Pictures)->selectRow(1);
+        WAIT_FOR(isGreenInTheMiddle(frontPane()) && !isGreenInTheMiddle(rearPane()));
+        QCOMPARE(reading("Position"), MomentDisplay::tr("This picture carries no position."));
+        list(Recordings)->selectRow(0);
+        WAIT_FOR(!isGreenInTheMiddle(frontPane()));
+    }
+
+    void whatIsBrokenOrGoneIsReported()
+    {
+        CardBuilder card;
+        card.file(u"NORMAL/200101120000.MP4"_s, "no video");
+        card.link(u"NORMAL/200101120100.MP4"_s, "gone");
+        card.file(u"REAR/NORMAL/200101120100.MP4"_s);
+        const QString picture = card.picture(u"PICTURE/200101120010.JPG"_s);
+        open(card);
+        WAIT_FOR(!isBlackInTheMiddle(frontPane()));
+        QVERIFY(!isBlackInTheMiddle(rearPane())); // there is none
+        panel()->selectNext();
+        QVERIFY(isBlackInTheMiddle(frontPane()));
+        WAIT_FOR(!isBlackInTheMiddle(frontPane()) && !isBlackInTheMiddle(rearPane()));
+        QVERIFY(QFile::remove(picture));
+        list(Pictures)->selectRow(0);
+        WAIT_FOR(!isBlackInTheMiddle(frontPane()));
+        QVERIFY(!isGreenInTheMiddle(frontPane()));
+    }
+
+    void theCardIsRemovedAndComesBack()
+    {
+        CardBuilder card;
+        card.file(u"NORMAL/200101120000.MP4"_s);
+        card.picture(u"PICTURE/200101120000.JPG"_s);
+        open(card);
+        list(Pictures)->selectRow(0);
+        WAIT_FOR(isGreenInTheMiddle(frontPane()));
+        const QString mounted = card.root();
+        card.mountAgainAs(u"elsewhere"_s);
+        WAIT_FOR(!isGreenInTheMiddle(frontPane()));
+        QVERIFY(!isBlackInTheMiddle(frontPane()));
+        QCOMPARE(reading("Time of day"), ConstClass::TIMECOUNT_NO_MEDIA);
+
+        card.file(u"NORMAL/200101120100.MP4"_s);
+        card.mountAgainAs(u"card"_s);
+        QCOMPARE(card.root(), mounted);
+        WAIT_FOR(list(Recordings)->model()->rowCount() == 2);
+    }
+
+    void rowsFollowTheParseUntilTheWindowGoes()
+    {
+        CardBuilder card;
+        for (int i = 0; i < 60; ++i)
+            card.file(u"EVENT/2001011200%1.MP4"_s.arg(i, 2, 10, QLatin1Char('0')));
+        open(card);
+        QSignalSpy changed(list(Events)->model(), &QAbstractItemModel::dataChanged);
+        QVERIFY(texts(Recordings, ThumbnailPathRole).join(QString()).isEmpty());
+        WAIT_FOR(changed.size() >= 2);
+        QVERIFY(!texts(Recordings, ThumbnailPathRole)[1].isEmpty());
+        QCOMPARE(texts(Events, ThumbnailPathRole), texts(Recordings, ThumbnailPathRole));
+        m_window.reset();
+        // What it had under way ends without being reported.
+        QVERIFY(changed.size() < 60);
+    }
+
+    void takesDroppedFolders()
+    {
+        CardBuilder card;
+        const QString file = card.file(u"NORMAL/200101120000.MP4"_s);
+        QSignalSpy dropped(m_window.get(), &MainWindow::cardDropped);
+        const auto drop = [this](const QList<QUrl>& urls) {
+            QMimeData data;
+            data.setUrls(urls);
+            QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            enter.setAccepted(false);
+            QCoreApplication::sendEvent(m_window.get(), &enter);
+            if (!enter.isAccepted())
+                return false;
+            QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+            QCoreApplication::sendEvent(m_window.get(), &event);
+            return true;
+        };
+        QVERIFY(!drop({}));
+        QVERIFY(!drop({QUrl(u"https://example.org/card"_s)}));
+        QVERIFY(!drop({QUrl::fromLocalFile(file)}));
+        QVERIFY(dropped.isEmpty());
+        QVERIFY(drop({QUrl::fromLocalFile(file), QUrl::fromLocalFile(card.root())}));
+        QCOMPARE(dropped.size(), 1);
+        QCOMPARE(dropped.front().front().toString(), card.root());
+    }
+
+    void playsACard()
+    {
+        CardBuilder folder;
+        const QString card = folder.path(u"sample"_s);
+        QVERIFY(makeSampleCard(card, 2, 1));
+        QVERIFY(m_window->openCard(card));
+        QVERIFY(rearPane()->isVisible());
+        WAIT_FOR(!isBlackInTheMiddle(frontPane()) && !isBlackInTheMiddle(rearPane()));
+        static const QRegularExpression coordinates(u"^-?\\d+\\.\\d{6}, -?\\d+\\.\\d{6}$"_s);
+        WAIT_FOR(reading("Position").contains(coordinates));
+        QVERIFY(reading("Time of day") != ConstClass::TIMECOUNT_NO_MEDIA);
+        // One recording follows the other, and the first the last.
+        WAIT_FOR(list(Recordings)->currentRow() == 1);
+        WAIT_FOR(list(Recordings)->currentRow() == 0);
+    }
 
 private:
-    bool open(const CardBuilder& card) { return m_window->openCard(card.root()); }
-    LibraryPanel* panel() const { return m_window->findChild<LibraryPanel*>(); }
-    CardListView* list(List which) const { return listOf(m_window, which); }
-    ZoomPlayerViewController* frontPane() const { return frontOf(m_window); }
-    ZoomPlayerViewController* rearPane() const { return rearOf(m_window); }
     /// What the readout shows under a name.
-    QString reading(const char* name) const { return named<QLabel>(m_window, ReadoutBar::tr(name))->text(); }
-    QStringList texts(List which, int role) const;
-
-    QPointer<MainWindow> m_window;
+    QString reading(const char* name) const { return named<QLabel>(m_window.get(), ReadoutBar::tr(name))->text(); }
+    QStringList texts(List which, int role) const
+    {
+        const QAbstractItemModel* model = list(which)->model();
+        QStringList result;
+        for (int row = 0; row < model->rowCount(); ++row)
+            result.push_back(model->index(row, 0).data(role).toString());
+        return result;
+    }
 };
-
-void MainWindowTest::init()
-{
-    m_window = new MainWindow;
-    m_window->show();
-    QVERIFY(QTest::qWaitForWindowExposed(m_window));
-}
-
-void MainWindowTest::cleanup()
-{
-    delete m_window;
-    QVERIFY(QTest::qWaitFor([] { return BackgroundQueue::waitForDone(0); }));
-}
-
-QStringList MainWindowTest::texts(List which, int role) const
-{
-    const QAbstractItemModel* model = list(which)->model();
-    QStringList result;
-    for (int row = 0; row < model->rowCount(); ++row)
-        result.push_back(model->index(row, 0).data(role).toString());
-    return result;
-}
-
-void MainWindowTest::invitesToOpenACard()
-{
-    QVERIFY(m_window->cardPath().isEmpty());
-    QVERIFY(!panel()->isVisible());
-    QTest::keyClick(m_window, Qt::Key_F);
-    QVERIFY(!m_window->isFullScreen());
-    QSignalSpy requested(m_window, &MainWindow::openRequested);
-    for (QPushButton* button : m_window->findChildren<QPushButton*>()) {
-        if (button->text() == MainWindow::tr("Open card…"))
-            QTest::mouseClick(button, Qt::LeftButton);
-    }
-    QCOMPARE(requested.size(), 1);
-}
-
-void MainWindowTest::anEmptyCardSaysSo()
-{
-    CardBuilder card;
-    card.folder(u"NORMAL"_s);
-    QVERIFY(!open(card));
-    QVERIFY(panel()->isVisible());
-    QVERIFY(!isBlackInTheMiddle(frontPane()));
-    QVERIFY(!rearPane()->isVisible());
-    QCOMPARE(reading("Time of day"), ConstClass::TIMECOUNT_NO_MEDIA);
-    auto* tabs = m_window->findChild<QTabBar*>();
-    for (const List which : {Recordings, Events, Pictures}) {
-        tabs->setCurrentIndex(which);
-        QVERIFY(list(which)->isVisible());
-        QCOMPARE(list(which)->model()->rowCount(), 0);
-        QVERIFY(!isBlank(list(which)->viewport()));
-        QVERIFY(tabs->tabText(which).contains(u'0'));
-    }
-    // Nothing to go on to.
-    QSignalSpy chosen(panel(), &LibraryPanel::recordingChosen);
-    panel()->selectNext();
-    panel()->selectPrevious();
-    QVERIFY(chosen.isEmpty());
-}
-
-void MainWindowTest::openingACardFillsTheLists()
-{
-    CardBuilder card(u"my card"_s);
-    const QStringList all = {u"NORMAL/200101120000.MP4"_s, u"EVENT/200101120100.MP4"_s, u"NORMAL/200101120200.MP4"_s,
-                             u"PARKING/200101120300.MP4"_s};
-    for (const QString& delta : all)
-        card.file(delta);
-    card.picture(u"PICTURE/200101120130.JPG"_s);
-    QVERIFY(open(card));
-    QCOMPARE(m_window->cardPath(), card.root());
-    QVERIFY(m_window->windowTitle().contains(u"my card"));
-    QCOMPARE(texts(Recordings, Qt::ToolTipRole), all);
-    QCOMPARE(texts(Events, Qt::ToolTipRole), (QStringList{all[1], all[3]}));
-    QCOMPARE(texts(Pictures, Qt::ToolTipRole), QStringList{u"PICTURE/200101120130.JPG"_s});
-    const auto* tabs = m_window->findChild<QTabBar*>();
-    QVERIFY(tabs->tabText(Recordings).contains(u'4'));
-    QVERIFY(tabs->tabText(Events).contains(u'2'));
-    QVERIFY(tabs->tabText(Pictures).contains(u'1'));
-    QCOMPARE(list(Recordings)->currentRow(), 0);
-    QVERIFY(!rearPane()->isVisible());
-
-    card.file(u"REAR/EVENT/200101120100.MP4"_s);
-    QVERIFY(open(card));
-    QVERIFY(rearPane()->isVisible());
-}
-
-void MainWindowTest::rowsSayWhatTheyStandFor()
-{
-    CardBuilder card;
-    card.file(u"NORMAL/200101235959.MP4"_s);
-    card.file(u"EVENT/200102000000.MP4"_s, QByteArray(2'500'000, 'x'));
-    QCOMPARE(chmod(card.file(u"MANUAL/200102000100.MP4"_s).toUtf8(), 0444), 0);
-    card.file(u"REAR/EVENT/200102000000.MP4"_s);
-    card.picture(u"PICTURE/200102000030.JPG"_s);
-    open(card);
-    // The recorder's clock, wherever this computer is.
-    const QStringList times = texts(Recordings, TitleRole);
-    QVERIFY2(times[0].contains(u":59:59"), qPrintable(times[0]));
-    QVERIFY(times[1] != times[2]);
-    const QStringList days = texts(Recordings, DayRole);
-    QVERIFY(!days[0].isEmpty() && !days[1].isEmpty() && days[0] != days[1]);
-    QVERIFY(days[2].isEmpty());
-    QCOMPARE(texts(Pictures, DayRole).front(), days[1]);
-    QVERIFY(texts(Recordings, DetailRole)[1].contains(u"2.5"));
-    QVERIFY(texts(Recordings, DetailRole)[1] != texts(Recordings, DetailRole)[0]);
-    const QStringList kinds = texts(Recordings, KindTextRole);
-    QVERIFY(kinds[0].isEmpty() && !kinds[1].isEmpty() && !kinds[2].isEmpty() && kinds[1] != kinds[2]);
-    QCOMPARE(texts(Recordings, LockedRole), (QStringList{u"false"_s, u"false"_s, u"true"_s}));
-    QCOMPARE(texts(Pictures, ThumbnailPathRole).front(), card.path(u"PICTURE/200102000030.JPG"_s));
-}
-
-void MainWindowTest::picturesAreShownInTheirRecordingOrAlone()
-{
-    CardBuilder folder;
-    const QString card = folder.path(u"sample"_s);
-    QVERIFY(makeSampleCard(card, 2, 20, 2));
-    const QString stray = card + u"/PICTURE/990101000000.JPG"_s;
-    QVERIFY(QFile::copy(QDir(card + u"/PICTURE"_s).entryInfoList(QDir::Files).front().filePath(), stray));
-    setModified(stray, utc(2035, 1, 1, 0, 0));
-    QVERIFY(m_window->openCard(card));
-    MediaController& controller = m_window->mediaController();
-    std::shared_ptr<PictureInfo> inside;
-    std::shared_ptr<PictureInfo> alone;
-    int insideRow = -1;
-    int aloneRow = -1;
-    for (int row = 0; row < list(Pictures)->model()->rowCount(); ++row) {
-        const std::shared_ptr<PictureInfo>& picture = controller.pictureTree()[static_cast<size_t>(row)];
-        (picture->parentDCFInfo.expired() ? aloneRow : insideRow) = row;
-        (picture->parentDCFInfo.expired() ? alone : inside) = picture;
-    }
-    QVERIFY(inside && alone);
-    const std::shared_ptr<DCFInfo> parent = inside->parentDCFInfo.lock();
-    list(Pictures)->selectRow(insideRow);
-    QCOMPARE(controller.currentDCF(), parent);
-    QTRY_VERIFY_WITH_TIMEOUT(frontPane()->originalTotalTime() > 0 && !frontPane()->isPlaying(), patienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(frontPane()->progress() > 0 || inside->parentDCFInfo.expired(), patienceMs);
-    QCOMPARE(controller.currentPicture(), inside);
-    QCOMPARE(reading("Time of day"), inside->pictureDateString);
-
-    list(Pictures)->selectRow(aloneRow);
-    QCOMPARE(controller.currentPicture(), alone);
-    QVERIFY(!frontPane()->isPlaying());
-    QCOMPARE(reading("Time of day"), alone->pictureDateString);
-    list(Recordings)->selectRow(1);
-    QVERIFY(!controller.currentPicture());
-    QTRY_VERIFY_WITH_TIMEOUT(frontPane()->isPlaying(), patienceMs);
-}
-
-void MainWindowTest::showsPictures()
-{
-    CardBuilder card;
-    card.file(u"NORMAL/200101120000.MP4"_s);
-    card.file(u"REAR/NORMAL/200101120000.MP4"_s);
-    card.pictureAt(u"PICTURE/200101120010.JPG"_s, 35.5, "N", 139.75, "W");
-    card.picture(u"REAR/PICTURE/200101120010.JPG"_s);
-    card.picture(u"PICTURE/200101120020.JPG"_s);
-    open(card);
-    QVERIFY(!isGreenInTheMiddle(frontPane()));
-    list(Pictures)->selectRow(0);
-    QTRY_VERIFY_WITH_TIMEOUT(isGreenInTheMiddle(frontPane()), patienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(isGreenInTheMiddle(rearPane()), patienceMs);
-    QCOMPARE(reading("Time of day"), recordingDateText(u"200101120010"_s));
-    QCOMPARE(reading("Position"), u"35.500000, -139.750000"_s);
-    list(Pictures)->selectRow(1);
-    QTRY_VERIFY_WITH_TIMEOUT(isGreenInTheMiddle(frontPane()), patienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(!isGreenInTheMiddle(rearPane()), patienceMs);
-    QCOMPARE(reading("Position"), MomentDisplay::tr("This picture carries no position."));
-    list(Recordings)->selectRow(0);
-    QTRY_VERIFY_WITH_TIMEOUT(!isGreenInTheMiddle(frontPane()), patienceMs);
-}
-
-void MainWindowTest::aPictureThatIsGoneIsReported()
-{
-    CardBuilder card;
-    const QString path = card.picture(u"PICTURE/200101120010.JPG"_s);
-    open(card);
-    QVERIFY(QFile::remove(path));
-    list(Pictures)->selectRow(0);
-    QTRY_VERIFY_WITH_TIMEOUT(!isBlackInTheMiddle(frontPane()), patienceMs);
-    QVERIFY(!isGreenInTheMiddle(frontPane()));
-}
-
-void MainWindowTest::brokenAndMissingVideosAreReported()
-{
-    CardBuilder card;
-    card.file(u"NORMAL/200101120000.MP4"_s, "no video");
-    card.link(u"NORMAL/200101120100.MP4"_s, "gone");
-    card.file(u"REAR/NORMAL/200101120100.MP4"_s);
-    open(card);
-    QTRY_VERIFY_WITH_TIMEOUT(!isBlackInTheMiddle(frontPane()), patienceMs);
-    QVERIFY(!isBlackInTheMiddle(rearPane())); // there is none
-    panel()->selectNext();
-    QVERIFY(isBlackInTheMiddle(frontPane()));
-    QTRY_VERIFY_WITH_TIMEOUT(!isBlackInTheMiddle(frontPane()), patienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(!isBlackInTheMiddle(rearPane()), patienceMs);
-}
-
-void MainWindowTest::thumbnailsFollow()
-{
-    CardBuilder card;
-    for (int i = 0; i < 3; ++i)
-        card.file(u"EVENT/20010112000%1.MP4"_s.arg(i));
-    open(card);
-    QCOMPARE(texts(Recordings, ThumbnailPathRole), (QStringList{u""_s, u""_s, u""_s}));
-    QSignalSpy changed(list(Events)->model(), &QAbstractItemModel::dataChanged);
-    QTRY_VERIFY_WITH_TIMEOUT(!texts(Recordings, ThumbnailPathRole).contains(u""_s), patienceMs);
-    QCOMPARE(texts(Events, ThumbnailPathRole), texts(Recordings, ThumbnailPathRole));
-    QCOMPARE(changed.size(), 3);
-}
-
-void MainWindowTest::anotherCardReplacesTheFirst()
-{
-    CardBuilder card;
-    card.file(u"NORMAL/200101120000.MP4"_s);
-    card.picture(u"PICTURE/200101120000.JPG"_s);
-    CardBuilder other;
-    other.file(u"EVENT/200101120100.MP4"_s);
-    open(card);
-    list(Pictures)->selectRow(0);
-    QVERIFY(open(other));
-    QCOMPARE(texts(Recordings, Qt::ToolTipRole), QStringList{u"EVENT/200101120100.MP4"_s});
-    QCOMPARE(list(Recordings)->currentRow(), 0);
-    QCOMPARE(list(Pictures)->model()->rowCount(), 0);
-    QVERIFY(!isGreenInTheMiddle(frontPane()));
-}
-
-void MainWindowTest::theCardIsRemovedAndComesBack()
-{
-    CardBuilder card;
-    card.file(u"NORMAL/200101120000.MP4"_s);
-    card.picture(u"PICTURE/200101120000.JPG"_s);
-    open(card);
-    list(Pictures)->selectRow(0);
-    QTRY_VERIFY_WITH_TIMEOUT(isGreenInTheMiddle(frontPane()), patienceMs);
-    const QString mounted = card.root();
-    card.mountAgainAs(u"elsewhere"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(!isGreenInTheMiddle(frontPane()), patienceMs);
-    QVERIFY(!isBlackInTheMiddle(frontPane()));
-    QCOMPARE(reading("Time of day"), ConstClass::TIMECOUNT_NO_MEDIA);
-
-    card.file(u"NORMAL/200101120100.MP4"_s);
-    card.mountAgainAs(u"card"_s);
-    QCOMPARE(card.root(), mounted);
-    QTRY_COMPARE_WITH_TIMEOUT(list(Recordings)->model()->rowCount(), 2, patienceMs);
-}
-
-void MainWindowTest::closesInTheMiddleOfAParse()
-{
-    CardBuilder card;
-    for (int i = 0; i < 60; ++i)
-        card.file(u"NORMAL/2001011200%1.MP4"_s.arg(i, 2, 10, QLatin1Char('0')));
-    open(card);
-    QSignalSpy changed(list(Recordings)->model(), &QAbstractItemModel::dataChanged);
-    QTRY_VERIFY_WITH_TIMEOUT(changed.size() >= 2, patienceMs);
-    QVERIFY(m_window->close());
-    QTRY_VERIFY(!m_window);
-    // What it had under way ends without being reported.
-    QVERIFY(changed.size() < 60);
-}
-
-void MainWindowTest::takesDroppedFolders()
-{
-    CardBuilder card;
-    const QString file = card.file(u"NORMAL/200101120000.MP4"_s);
-    QSignalSpy dropped(m_window, &MainWindow::cardDropped);
-    const auto drop = [this](const QList<QUrl>& urls) {
-        QMimeData data;
-        data.setUrls(urls);
-        QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        enter.setAccepted(false);
-        QCoreApplication::sendEvent(m_window, &enter);
-        if (!enter.isAccepted())
-            return false;
-        QDropEvent event(QPointF(10, 10), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
-        QCoreApplication::sendEvent(m_window, &event);
-        return true;
-    };
-    QVERIFY(!drop({}));
-    QVERIFY(!drop({QUrl(u"https://example.org/card"_s)}));
-    QVERIFY(!drop({QUrl::fromLocalFile(file)}));
-    QVERIFY(dropped.isEmpty());
-    QVERIFY(drop({QUrl::fromLocalFile(file), QUrl::fromLocalFile(card.root())}));
-    QCOMPARE(dropped.size(), 1);
-    QCOMPARE(dropped.front().front().toString(), card.root());
-}
-
-void MainWindowTest::playsACard()
-{
-    CardBuilder folder;
-    const QString card = folder.path(u"sample"_s);
-    QVERIFY(makeSampleCard(card, 2, 1));
-    QVERIFY(m_window->openCard(card));
-    QVERIFY(rearPane()->isVisible());
-    QTRY_VERIFY_WITH_TIMEOUT(!isBlackInTheMiddle(frontPane()) && !isBlackInTheMiddle(rearPane()), patienceMs);
-    static const QRegularExpression coordinates(u"^-?\\d+\\.\\d{6}, -?\\d+\\.\\d{6}$"_s);
-    QTRY_VERIFY_WITH_TIMEOUT(reading("Position").contains(coordinates), patienceMs);
-    QVERIFY(reading("Time of day") != ConstClass::TIMECOUNT_NO_MEDIA);
-    // One recording follows the other, and the first the last.
-    QTRY_COMPARE_WITH_TIMEOUT(list(Recordings)->currentRow(), 1, patienceMs);
-    QTRY_COMPARE_WITH_TIMEOUT(list(Recordings)->currentRow(), 0, patienceMs);
-}
 
 int main(int argc, char* argv[])
 {
-    const TestHome home;
-    QApplication application(argc, argv);
-    QCoreApplication::setOrganizationName(u"Cardreel"_s);
-    QCoreApplication::setApplicationName(u"MainWindowTest"_s);
     // As on the smallest computers: painting must not share its threads with jobs that wait for the window.
     QThreadPool::globalInstance()->setMaxThreadCount(1);
-    setupDefaults();
-    const Theme theme(application);
-    MainWindowTest test;
-    const int failures = QTest::qExec(&test, argc, argv);
-    InterfaceThread::close();
-    BackgroundQueue::waitForDone();
-    VideoPlayer::waitForShutdown();
-    return failures;
+    return runWithWindows<MainWindowTest>(argc, argv);
 }
 
 #include "MainWindowTest.moc"

@@ -3,6 +3,7 @@
 #include "media/DCFInfo.h"
 #include "playback/MediaController.h"
 #include "playback/Panes.h"
+#include "support/CardBuilder.h"
 #include "telemetry/CustomLocation.h"
 
 #include <QHash>
@@ -10,6 +11,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <utility>
@@ -83,21 +85,9 @@ public:
     {
         m_log.add(m_name, "showImageWithPath", path.section(QLatin1Char('/'), -2));
     }
-    void play() override
-    {
-        playing = true;
-        m_log.add(m_name, "play");
-    }
-    void mutePlay() override
-    {
-        playing = true;
-        m_log.add(m_name, "mutePlay");
-    }
-    void pause() override
-    {
-        playing = false;
-        m_log.add(m_name, "pause");
-    }
+    void play() override { setPlaying("play", true); }
+    void mutePlay() override { setPlaying("mutePlay", true); }
+    void pause() override { setPlaying("pause", false); }
     bool isPlaying() const override { return playing; }
     void setCurrentProgress(double newFraction) override
     {
@@ -117,102 +107,103 @@ public:
     void audioMuteEnable(bool) override { m_log.add(m_name, "audioMuteEnable"); }
 
 private:
+    void setPlaying(const char* operation, bool plays)
+    {
+        playing = plays;
+        m_log.add(m_name, operation);
+    }
+
     CallLog& m_log;
     QString m_name;
 };
 
-class FakeGraph : public GraphPane
+struct FakeGraph : GraphPane
 {
-public:
-    explicit FakeGraph(CallLog& log)
-        : m_log(log)
-    {
-    }
-
+    CallLog& log;
     bool dragging = false;
 
-    void setProgressMax(double fraction) override { m_log.add(m_name, "setProgressMax", fraction); }
-    void setProgressMin(double fraction) override { m_log.add(m_name, "setProgressMin", fraction); }
-    void updateProgress(double fraction) override { m_log.add(m_name, "updateProgress", fraction); }
+    explicit FakeGraph(CallLog& callLog)
+        : log(callLog)
+    {
+    }
+    void setProgressMax(double fraction) override { log.add(name, "setProgressMax", fraction); }
+    void setProgressMin(double fraction) override { log.add(name, "setProgressMin", fraction); }
+    void updateProgress(double fraction) override { log.add(name, "updateProgress", fraction); }
     void drawGraphWithCurrentDCFInfo(const std::shared_ptr<DCFInfo>& dcf) override
     {
-        m_log.add(m_name, "draw", dcf ? dcf->deltaPath : QStringLiteral("none"));
+        log.add(name, "draw", dcf ? dcf->deltaPath : QStringLiteral("none"));
     }
-    void setCurrentSpeed(double speed) override { m_log.add(m_name, "setCurrentSpeed", speed); }
+    void setCurrentSpeed(double speed) override { log.add(name, "setCurrentSpeed", speed); }
     bool userControlIsActive() const override { return dragging; }
 
-private:
-    CallLog& m_log;
-    QString m_name = QStringLiteral("graph");
+    const QString name = QStringLiteral("graph");
 };
 
-class FakeMap : public MapPane
+struct FakeMap : MapPane
 {
-public:
-    explicit FakeMap(CallLog& log)
-        : m_log(log)
+    CallLog& log;
+    CustomLocation shown; ///< the fix that it shows; without coordinates, none
+
+    explicit FakeMap(CallLog& callLog)
+        : log(callLog)
     {
     }
-
-    /// The fix that it shows; without coordinates, none.
-    CustomLocation shown;
-
     void updateDCF(const std::shared_ptr<DCFInfo>& dcf, double currentDCFTime, double totalDCFTime) override
     {
-        m_log.add(
-            m_name, "updateDCF",
-            QStringLiteral("%1 %2 %3")
-                .arg(dcf->deltaPath, QString::number(currentDCFTime, 'g', 10), QString::number(totalDCFTime, 'g', 10)));
+        const auto number = [](double value) { return QLatin1Char(' ') + QString::number(value, 'g', 10); };
+        log.add(name, "updateDCF", dcf->deltaPath + number(currentDCFTime) + number(totalDCFTime));
     }
     void upDateWithCenterLocation(const CustomLocation& location) override
     {
-        m_log.add(m_name, "center", location.latitude);
+        log.add(name, "center", location.latitude);
     }
     const CustomLocation* userLocation() const override { return shown.isValid() ? &shown : nullptr; }
 
-private:
-    CallLog& m_log;
-    QString m_name = QStringLiteral("map");
+    const QString name = QStringLiteral("map");
 };
 
-/// A list that shows the recordings in the order it is given them, and answers a selection at once.
-class FakeList : public RecordingsList
+/// A list that shows a card's recordings in their order and answers a selection at once.
+struct FakeList : RecordingsList
 {
-public:
-    FakeList(CallLog& log, MediaController& controller)
-        : m_log(log)
-        , m_controller(&controller)
+    CallLog& log;
+    QPointer<MediaController> controller;
+
+    FakeList(CallLog& callLog, MediaController& mediaController)
+        : log(callLog)
+        , controller(&mediaController)
     {
     }
-
-    MediaLibrary::DCFList arranged;
-
-    void selectCurrentDCF(const std::shared_ptr<DCFInfo>& dcf) override
-    {
-        m_log.add(m_name, "select", dcf ? dcf->deltaPath : QStringLiteral("none"));
-        select(dcf);
-    }
+    void selectCurrentDCF(const std::shared_ptr<DCFInfo>& dcf) override { select("select", dcf, dcf); }
     void selectNextDCFWithCurrentDCF(const std::shared_ptr<DCFInfo>& dcf) override
     {
-        m_log.add(m_name, "selectNext", dcf ? dcf->deltaPath : QStringLiteral("none"));
-        if (arranged.empty())
-            return;
-        const auto at = std::find(arranged.begin(), arranged.end(), dcf);
-        if (arranged.size() == 1)
-            select(nullptr);
-        select(at == arranged.end() || at + 1 == arranged.end() ? arranged.front() : *(at + 1));
+        const MediaLibrary::DCFList& all = controller->mediaTree();
+        const auto at = std::find(all.begin(), all.end(), dcf);
+        select("selectNext", dcf, at == all.end() || at + 1 == all.end() ? all.front() : *(at + 1));
     }
 
 private:
-    void select(const std::shared_ptr<DCFInfo>& dcf)
+    void select(const char* operation, const std::shared_ptr<DCFInfo>& asked, std::shared_ptr<DCFInfo> answer)
     {
-        if (m_controller)
-            m_controller->updateCurrentDCF(dcf, true, nullptr);
+        log.add(QStringLiteral("list"), operation, asked->deltaPath);
+        if (controller)
+            controller->updateCurrentDCF(std::move(answer), true, nullptr);
     }
+};
 
-    CallLog& m_log;
-    QPointer<MediaController> m_controller;
-    QString m_name = QStringLiteral("list");
+inline const Instant noon = utc(2020, 1, 1, 12, 0);
+inline const double noonSeconds = secondsSince1970(noon);
+
+/// Three recordings of a minute from noon on, the first with a rear video, and a picture.
+struct DriveCard : CardBuilder
+{
+    explicit DriveCard(Instant pictureDate = noon + std::chrono::seconds(90))
+    {
+        for (int i = 0; i < 3; ++i)
+            file(QStringLiteral("NORMAL/20010112000%1.MP4").arg(i), "x", noon + std::chrono::minutes(i + 1));
+        file(QStringLiteral("REAR/NORMAL/200101120000.MP4"));
+        const QString picture = QStringLiteral("PICTURE/200101120009.JPG");
+        setModified(pictureAt(picture, 35, "N", 139, "E"), pictureDate);
+    }
 };
 
 /// A window's panes and their controller, which a test may destroy before them.
@@ -241,7 +232,6 @@ struct FakeWindow
         controller->mediaTreeSyncAtRootPath(root);
         for (const std::shared_ptr<DCFInfo>& dcf : controller->mediaTree())
             dcf->thumbnailPath = QStringLiteral("thumbnail");
-        list.arranged = controller->mediaTree();
     }
     const std::shared_ptr<DCFInfo>& recording(size_t index) const { return controller->mediaTree().at(index); }
     /// Selects a recording as the user does and lets both players start, each file so many seconds long.

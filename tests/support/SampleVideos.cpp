@@ -109,7 +109,7 @@ const SampleVideo& SampleVideos::good(const QByteArray& kind)
         return video;
     QString path = file(QString::fromLatin1(kind) + u".MP4"_s);
     for (int i = 0; i < frameCount; ++i)
-        video.starts.push_back(kind == "variable" ? variableStart(i) : i / 30.0);
+        video.starts.push_back(kind == "variable" ? variableStart(i) : i / (kind == "27.5" ? 27.5 : 30.0));
 
     bool isMade = false;
     if (kind == "h264") {
@@ -121,6 +121,12 @@ const SampleVideo& SampleVideos::good(const QByteArray& kind)
         isMade = encode(path, h264 + QStringList{u"-g"_s, u"1000"_s, u"-bf"_s, u"3"_s}, {});
     } else if (kind == "variable") {
         isMade = encode(path, h264, {u"-vf"_s, u"setpts=N+7*floor(N/10)"_s, u"-fps_mode"_s, u"passthrough"_s});
+    } else if (kind == "27.5") {
+        isMade = encode(path, h264 + QStringList{u"-enc_time_base"_s, u"1/27500"_s},
+                        {u"-vf"_s, u"settb=1/27500,setpts=N*1000"_s, u"-fps_mode"_s, u"passthrough"_s});
+    } else if (kind == "shorter") {
+        video.starts.resize(83);
+        isMade = encode(path, h264, {u"-frames:v"_s, u"83"_s});
     } else if (kind.startsWith("rotated")) {
         video.rotation = kind.mid(7).toInt();
         isMade = run({u"-i"_s, good("h264").path, u"-c"_s, u"copy"_s, u"-metadata:s:v:0"_s,

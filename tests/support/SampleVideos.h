@@ -36,8 +36,8 @@ public:
     static constexpr int width = 320;
     static constexpr int height = 180;
 
-    /// Of a kind that kinds() lists, or "raw", which has no times and no length. Made once; an empty path when ffmpeg
-    /// failed.
+    /// Of a kind that kinds() lists, or "raw", which has no times and no length, "27.5" (frames a second) or "shorter"
+    /// (83 frames). Made once; an empty path when ffmpeg failed.
     const SampleVideo& good(const QByteArray& kind);
     static QList<QByteArray> kinds();
 
