@@ -95,9 +95,8 @@ ZoomPlayerViewController& PlaybackActions::paneInHand() const
 
 void PlaybackActions::playPause()
 {
-    const bool standsAtEnd = !front().isPlaying() && front().originalTotalTime() > 0 && front().progress() >= 1;
     if (!m_controller.currentPicture())
-        return standsAtEnd ? m_controller.didStopPlayingAction() : front().playPauseSwitch();
+        return front().playPauseSwitch();
     if (!m_controller.currentDCF())
         return;
     const double moment = front().progress();
