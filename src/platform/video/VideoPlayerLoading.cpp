@@ -66,9 +66,18 @@ void VideoPlayer::Private::unload()
     if (render)
         render->setVisibility(RenderThread::Visibility::Hidden);
     mpv->command({"stop"});
-    setPlaying(false);
-    setStatus(Status::Unknown);
+    halt(Status::Unknown);
     Q_EMIT q->frameReady();
+}
+
+void VideoPlayer::Private::halt(Status newStatus)
+{
+    // The status first: a pause of what is still shown would load it anew, to stand on the exact frame.
+    const bool isNew = std::exchange(status, newStatus) != newStatus;
+    updateTimer();
+    setPlaying(false);
+    if (isNew && status == newStatus)
+        Q_EMIT q->statusChanged(newStatus);
 }
 
 void VideoPlayer::Private::scheduleLoad(double start)
@@ -161,8 +170,7 @@ void VideoPlayer::Private::fail(const char* key)
     item->setFailed(asset.error() != FrameError::None
                         ? asset.errorText()
                         : localizedText(key).arg(files::displayPath(files::nameOf(asset.path()))));
-    setPlaying(false);
-    setStatus(Status::Failed);
+    halt(Status::Failed);
     Q_EMIT q->frameReady();
 }
 

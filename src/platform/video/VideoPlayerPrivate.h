@@ -105,6 +105,7 @@ private:
     // Loading.
     void forgetFile();
     void unload();
+    void halt(Status newStatus);
     void scheduleLoad(double start);
     void beginLoad();
     void sendLoad(FrameLookup::Frame frame);

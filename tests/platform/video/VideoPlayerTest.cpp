@@ -1,5 +1,6 @@
 #include "platform/video/VideoPlayer.h"
 
+#include "platform/video/DecodingPolicy.h"
 #include "platform/video/VideoAsset.h"
 #include "platform/video/VideoComposition.h"
 #include "platform/video/VideoItem.h"
@@ -471,6 +472,21 @@ private Q_SLOTS:
         VideoPlayer::waitForShutdown();
         // A picture outlives its player.
         QVERIFY(kept.isNull() || video.numberIn(kept) == 0);
+    }
+
+    void isUnloadedWhileOnlyKeyFramesAreDecoded()
+    {
+        // From here on every speed above the recorder's own is too much for this process.
+        DecodingPolicy::shared().fellBehind(Decoding::Full, 1, 1);
+        DecodingPolicy::shared().fellBehind(Decoding::Coarse, 1, 1);
+        const auto player = makePlayer();
+        player->replaceCurrentItem(scaledItem(m_samples.good("h264").path, 2));
+        player->play();
+        WAIT_FOR(player->currentTime() > 0.2);
+        player->replaceCurrentItem(nullptr);
+        QCoreApplication::processEvents(); // what was queued finds nothing to load
+        QCOMPARE(player->status(), Status::Unknown);
+        QVERIFY(!player->isSeeking());
     }
 };
 
