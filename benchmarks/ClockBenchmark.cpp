@@ -1,11 +1,11 @@
 // What a tick of the playback clock costs, with panes that do as little as panes can. With --leak it lets a window play
 // for two hours and fails when that takes memory.
 
+#include "media/CustomPointAnnotation.h"
 #include "media/DCFInfo.h"
 #include "playback/MediaController.h"
 #include "playback/MediaControllerManager.h"
 #include "playback/Panes.h"
-#include "telemetry/CustomLocation.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -141,10 +141,10 @@ public:
         benchmark::DoNotOptimize(seconds);
     }
     void upDateWithCenterLocation(const CustomLocation&) override {}
-    const CustomLocation* userLocation() const override { return &m_location; }
+    const CustomPointAnnotation* userLocation() const override { return &m_marker; }
 
 private:
-    CustomLocation m_location;
+    CustomPointAnnotation m_marker;
 };
 
 class WrappingList : public RecordingsList

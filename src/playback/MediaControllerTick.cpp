@@ -1,5 +1,6 @@
 // What a tick of the front player does, and how the master's ticks are followed.
 
+#include "media/CustomPointAnnotation.h"
 #include "media/DCFInfo.h"
 #include "media/PictureInfo.h"
 #include "playback/MediaControllerManager.h"
@@ -55,8 +56,8 @@ std::optional<Match> recordingAt(const MediaLibrary::DCFList& recordings, double
 
 double shownSpeed(const MapPane* map)
 {
-    const CustomLocation* location = map ? map->userLocation() : nullptr;
-    return location ? location->speed : CustomLocation::NO_SPEED;
+    const CustomPointAnnotation* marker = map ? map->userLocation() : nullptr;
+    return marker ? static_cast<double>(marker->speed) : CustomLocation::NO_SPEED;
 }
 
 } // namespace

@@ -9,6 +9,7 @@ namespace cardreel {
 
 class DCFInfo;
 struct CustomLocation;
+struct CustomPointAnnotation;
 
 // What the clock of a window uses of its panes: no more than these operations. Each may be missing. Panes belong to the
 // window and live on the interface thread, on which everything here is called.
@@ -60,7 +61,7 @@ public:
     virtual void updateProgress(double fraction) = 0;
     /// Draws a recording's curves; null clears them.
     virtual void drawGraphWithCurrentDCFInfo(const std::shared_ptr<DCFInfo>& dcf) = 0;
-    /// Refreshes the readouts of the moment; the speed is that of the map's fix, -1 for none.
+    /// Refreshes the readouts of the moment; the speed is that of the map's marker, -1 for none.
     virtual void setCurrentSpeed(double speed) = 0;
     /// Whether the user is dragging on the graph.
     virtual bool userControlIsActive() const = 0;
@@ -75,8 +76,8 @@ public:
     /// Follows a moment of a recording, in seconds from its start.
     virtual void updateDCF(const std::shared_ptr<DCFInfo>& dcf, double currentDCFTime, double totalDCFTime) = 0;
     virtual void upDateWithCenterLocation(const CustomLocation& location) = 0;
-    /// The fix that is shown as the vehicle's place; null when none is.
-    virtual const CustomLocation* userLocation() const = 0;
+    /// The marker of the vehicle's place, whether it is to be seen or not; null when there is none.
+    virtual const CustomPointAnnotation* userLocation() const = 0;
 };
 
 /// The list of recordings. What it selects comes back through MediaController::updateCurrentDCF().

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "media/CustomPointAnnotation.h"
 #include "media/DCFInfo.h"
 #include "playback/MediaController.h"
 #include "playback/Panes.h"
@@ -14,6 +15,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <utility>
 
 namespace cardreel::test {
@@ -142,7 +144,7 @@ struct FakeGraph : GraphPane
 struct FakeMap : MapPane
 {
     CallLog& log;
-    CustomLocation shown; ///< the fix that it shows; without coordinates, none
+    std::optional<CustomPointAnnotation> shown; ///< the marker of the vehicle's place
 
     explicit FakeMap(CallLog& callLog)
         : log(callLog)
@@ -157,7 +159,7 @@ struct FakeMap : MapPane
     {
         log.add(name, "center", location.latitude);
     }
-    const CustomLocation* userLocation() const override { return shown.isValid() ? &shown : nullptr; }
+    const CustomPointAnnotation* userLocation() const override { return shown ? &*shown : nullptr; }
 
     const QString name = QStringLiteral("map");
 };

@@ -232,7 +232,7 @@ private Q_SLOTS:
         QCOMPARE(dateWith({}, noon + 1000s), noonSeconds + 1015);
         QCOMPARE(dateWith(noon + 60s, noon + 1000s), noonSeconds + 1015);
         QCOMPARE(window.recording(0)->duration, 60.0);
-        window.map.shown = CustomLocation({35, 139}, 0, 10, 10, 0, 12.5, noon);
+        window.map.shown.emplace().speed = 12.5F;
         window.front.progressed();
         QCOMPARE(window.log.take().last(), u"graph.setCurrentSpeed 12.5"_s);
     }
