@@ -2,9 +2,9 @@
 
 #include "app/ReadoutBar.h"
 #include "app/TransportBar.h"
-#include "app/lists/DayAndTime.h"
 #include "media/DCFInfo.h"
 #include "media/PictureInfo.h"
+#include "platform/text/RecorderTime.h"
 #include "playback/MediaController.h"
 #include "playback/ZoomPlayerViewController.h"
 #include "telemetry/FixLookup.h"

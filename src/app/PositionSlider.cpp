@@ -1,6 +1,7 @@
 #include "app/PositionSlider.h"
 
-#include "app/lists/DayAndTime.h"
+#include "platform/text/RecorderTime.h"
+#include "platform/text/UnitText.h"
 
 #include <QLabel>
 #include <QMouseEvent>
@@ -17,16 +18,6 @@ namespace {
 constexpr int tipGap = 6;
 
 } // namespace
-
-QString playTimeText(double seconds)
-{
-    const qint64 whole = std::isfinite(seconds) && seconds > 0 ? static_cast<qint64>(seconds) : 0;
-    const QString minutesAndSeconds = u"%1:%2"_s.arg(whole / 60 % 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
-    return whole < 3600 ? minutesAndSeconds
-                        : u"%1:%2:%3"_s.arg(whole / 3600)
-                              .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))
-                              .arg(whole % 60, 2, 10, QLatin1Char('0'));
-}
 
 PositionSlider::PositionSlider(QWidget* parent)
     : BarSlider(Look::Accented, parent)

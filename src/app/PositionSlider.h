@@ -39,7 +39,4 @@ private:
     std::optional<double> m_start;
 };
 
-/// Whole seconds as "1:05" or "1:02:05"; "0:00" for what isn't a length.
-QString playTimeText(double seconds);
-
 } // namespace cardreel

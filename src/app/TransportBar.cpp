@@ -3,6 +3,7 @@
 #include "app/PositionSlider.h"
 #include "app/Theme.h"
 #include "app/VolumeSlider.h"
+#include "platform/text/UnitText.h"
 
 #include <QAction>
 #include <QHBoxLayout>

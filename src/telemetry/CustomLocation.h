@@ -55,6 +55,10 @@ struct CustomLocation
     bool isValid() const;
     bool hasSpeed() const { return speed != NO_SPEED; }
     bool hasCourse() const { return course != NO_COURSE; }
+    /// To be shown: metres per second.
+    double shownSpeed() const { return hasSpeed() ? speed : correctedSpeed; }
+    /// To be shown: degrees.
+    double shownCourse() const { return hasCourse() ? course : correctedDirection; }
 
     // Speeds are stored in metres per second and shown in the unit of the user's locale. NO_SPEED is converted like any
     // other number: choose `correctedSpeed` first.

@@ -3,7 +3,8 @@
 #include "WindowParts.h"
 #include "app/PositionSlider.h"
 #include "app/VolumeSlider.h"
-#include "app/lists/DayAndTime.h"
+#include "platform/text/RecorderTime.h"
+#include "platform/text/UnitText.h"
 
 #include <QAction>
 #include <QLabel>

@@ -124,7 +124,7 @@ QString text(const char* english)
 
 QByteArray courseText(const CustomLocation& fix)
 {
-    const double course = fix.hasCourse() ? fix.course : fix.correctedDirection;
+    const double course = fix.shownCourse();
     return course >= 0 ? QByteArray::number(course, 'f', 1).rightJustified(5) : QByteArray("    -");
 }
 
@@ -137,7 +137,7 @@ void printFixes(const Telemetry& telemetry)
                                     .toLatin1();
         if (fix.isValid()) {
             std::printf("%s  %11.6f %11.6f  %6.1f %s  %s\n", time.constData(), fix.latitude, fix.longitude,
-                        double(CustomLocation::speedForCurrentLocale(fix.hasSpeed() ? fix.speed : fix.correctedSpeed)),
+                        double(CustomLocation::speedForCurrentLocale(fix.shownSpeed())),
                         CustomLocation::unitForCurrentLocale().toLatin1().constData(), courseText(fix).constData());
         } else {
             std::printf("%s  %s\n", time.constData(),

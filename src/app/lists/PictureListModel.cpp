@@ -1,9 +1,9 @@
 #include "app/lists/PictureListModel.h"
 
 #include "app/lists/CardItem.h"
-#include "app/lists/DayAndTime.h"
 #include "media/CardLayout.h"
 #include "media/PictureInfo.h"
+#include "platform/text/RecorderTime.h"
 #include "platform/text/UnitText.h"
 
 namespace cardreel {

@@ -1,11 +1,11 @@
 #include "app/lists/RecordingListModel.h"
 
 #include "app/lists/CardItem.h"
-#include "app/lists/DayAndTime.h"
 #include "media/CardLayout.h"
 #include "media/DCFInfo.h"
 #include "names/ConstClass.h"
 #include "platform/text/Localization.h"
+#include "platform/text/RecorderTime.h"
 #include "platform/text/UnitText.h"
 
 namespace cardreel {

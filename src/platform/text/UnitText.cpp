@@ -5,6 +5,9 @@
 #include <unicode/numberformatter.h>
 
 #include <array>
+#include <cmath>
+
+using namespace Qt::StringLiterals;
 
 namespace cardreel {
 
@@ -49,6 +52,16 @@ QString dataSizeText(quint64 bytes)
     UErrorCode error = U_ZERO_ERROR;
     const icu::UnicodeString text = unit.format.formatDouble(value / unit.bytes, error).toString(error);
     return QString(reinterpret_cast<const QChar*>(text.getBuffer()), text.length());
+}
+
+QString playTimeText(double seconds)
+{
+    const qint64 whole = std::isfinite(seconds) && seconds > 0 ? static_cast<qint64>(seconds) : 0;
+    const QString minutesAndSeconds = u"%1:%2"_s.arg(whole / 60 % 60).arg(whole % 60, 2, 10, QLatin1Char('0'));
+    return whole < 3600 ? minutesAndSeconds
+                        : u"%1:%2:%3"_s.arg(whole / 3600)
+                              .arg(whole / 60 % 60, 2, 10, QLatin1Char('0'))
+                              .arg(whole % 60, 2, 10, QLatin1Char('0'));
 }
 
 } // namespace cardreel

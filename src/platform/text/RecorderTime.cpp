@@ -1,4 +1,4 @@
-#include "app/lists/DayAndTime.h"
+#include "platform/text/RecorderTime.h"
 
 #include "platform/text/DateText.h"
 
