@@ -12,6 +12,11 @@ constexpr double maxLatitude = 85.05112877980659; // where the projection's squa
 
 } // namespace
 
+bool isPlace(const Coordinate& coordinate)
+{
+    return std::abs(coordinate.latitude) <= 90 && std::abs(coordinate.longitude) <= 180;
+}
+
 MapPoint mapPoint(double latitude, double longitude)
 {
     const double phi = std::clamp(latitude, -maxLatitude, maxLatitude) * std::numbers::pi / 180.0;

@@ -11,6 +11,9 @@ struct Coordinate
     bool operator==(const Coordinate& other) const = default;
 };
 
+/// Whether it is a place at all: numbers within ±90 and ±180 degrees.
+bool isPlace(const Coordinate& coordinate);
+
 /// A point of the Web Mercator square: x from 0 (180° W) to 1 (180° E), y from 0 (85.05° N) to 1 (85.05° S). The square
 /// repeats to both sides: x and x + 1 are the same place.
 struct MapPoint
