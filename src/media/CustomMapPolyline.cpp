@@ -2,21 +2,33 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
+#include <optional>
 #include <utility>
 
 namespace cardreel {
+
+namespace {
+
+constexpr double noPoint = std::numeric_limits<double>::quiet_NaN();
+
+} // namespace
 
 CustomMapPolyline::CustomMapPolyline(std::vector<Coordinate> line, std::vector<uint32_t> gaps)
     : m_coordinates(std::move(line))
     , m_gaps(std::move(gaps))
 {
     m_mapPoints.reserve(m_coordinates.size());
+    std::optional<double> lastX;
     for (const Coordinate& coordinate : m_coordinates) {
-        MapPoint point = mapPoint(coordinate);
-        if (!m_mapPoints.empty())
-            point.x += std::round(m_mapPoints.back().x - point.x);
+        MapPoint& point = m_mapPoints.emplace_back(MapPoint{noPoint, noPoint});
+        if (!isPlace(coordinate))
+            continue;
+        point = mapPoint(coordinate);
+        if (lastX)
+            point.x += std::round(*lastX - point.x);
+        lastX = point.x;
         m_boundingMapRect = m_boundingMapRect.united(point);
-        m_mapPoints.push_back(point);
     }
 }
 

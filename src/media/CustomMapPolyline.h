@@ -19,7 +19,8 @@ public:
     explicit CustomMapPolyline(std::vector<Coordinate> line, std::vector<uint32_t> gaps = {});
 
     const std::vector<Coordinate>& coordinates() const { return m_coordinates; }
-    /// The coordinates on the map. The line goes the shorter way round the earth, so that x may leave 0 to 1.
+    /// The coordinates on the map. The line goes the shorter way round the earth, so that x may leave 0 to 1. Not a
+    /// number where the coordinate is no place.
     const std::vector<MapPoint>& mapPoints() const { return m_mapPoints; }
     /// Of mapPoints(); the null rectangle for a line without points.
     const MapRect& boundingMapRect() const { return m_boundingMapRect; }

@@ -4,9 +4,14 @@
 #include "media/RouteColors.h"
 #include "telemetry/NMEAData.h"
 
+#include <utility>
+
 namespace cardreel {
 
 namespace {
+
+/// Recorders write a fix a second: after a longer silence the straight line to the next fix is a guess.
+constexpr std::chrono::seconds longestKnownStretch(10);
 
 /// The recording's telemetry, parsed by this thread, by another, or long ago.
 std::shared_ptr<const Telemetry> parsedTelemetry(const DCFInfo& dcf)
@@ -48,6 +53,38 @@ Coordinate coordinateOf(const CustomLocation& location)
     return {location.latitude, location.longitude};
 }
 
+/// A line in the making, fix by fix.
+class LineOfFixes
+{
+public:
+    explicit LineOfFixes(size_t expected) { m_coordinates.reserve(expected); }
+
+    /// A valid fix can still lack a readable coordinate: it is left out.
+    void add(const CustomLocation& fix)
+    {
+        if (!fix.isValid())
+            return;
+        // A fix without a readable date doesn't tell how long its way took; the next that has one does.
+        const bool isDated = fix.timestamp != Instant{};
+        // Clocks that are set while driving jump either way.
+        if (isDated && m_lastDate && std::chrono::abs(fix.timestamp - *m_lastDate) > longestKnownStretch)
+            m_gaps.push_back(static_cast<uint32_t>(m_coordinates.size() - 1));
+        m_coordinates.push_back(coordinateOf(fix));
+        if (isDated)
+            m_lastDate = fix.timestamp;
+    }
+    bool empty() const { return m_coordinates.empty(); }
+    std::shared_ptr<CustomMapPolyline> polyline() &&
+    {
+        return std::make_shared<CustomMapPolyline>(std::move(m_coordinates), std::move(m_gaps));
+    }
+
+private:
+    std::vector<Coordinate> m_coordinates;
+    std::vector<uint32_t> m_gaps;
+    std::optional<Instant> m_lastDate;
+};
+
 } // namespace
 
 std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFList& dcfs, size_t AtIndex)
@@ -62,19 +99,15 @@ std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFLi
         }
     }
 
-    std::vector<Coordinate> line;
-    line.reserve(own->varidLocations().size() + 1);
-    for (const CustomLocation& location : own->varidLocations()) {
-        // A valid fix can still lack a readable coordinate.
-        if (location.isValid())
-            line.push_back(coordinateOf(location));
-    }
+    LineOfFixes line(own->varidLocations().size() + 1);
+    for (const CustomLocation& location : own->varidLocations())
+        line.add(location);
     if (!line.empty() && AtIndex + 1 < dcfs.size()) {
         const std::shared_ptr<const Telemetry> next = parsedTelemetry(*dcfs[AtIndex + 1]);
-        if (continues(*own, *next) && next->varidLocations().front().isValid())
-            line.push_back(coordinateOf(next->varidLocations().front()));
+        if (continues(*own, *next))
+            line.add(next->varidLocations().front());
     }
-    auto route = std::make_shared<CustomMapPolyline>(std::move(line));
+    const std::shared_ptr<CustomMapPolyline> route = std::move(line).polyline();
     route->lineColor = routeColors.front();
     return route;
 }

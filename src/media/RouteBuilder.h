@@ -21,7 +21,8 @@ public:
 
     /// The route of one recording in library order: its valid fixes and, where the next recording goes on the same day,
     /// that one's first fix, so that the lines join. Its first fixes without speed or course take the last ones of the
-    /// recording before on the same day. A line without points when it has no valid fix.
+    /// recording before on the same day. Where more than ten seconds lie between two of its fixes, or the clock jumps
+    /// as far back, the line has a gap. A line without points when it has no valid fix.
     static std::shared_ptr<CustomMapPolyline> polylineForDCFInfos(const DCFList& dcfs, size_t AtIndex);
 
     /// The marker at the recording's first valid fix; nothing when it has none.

@@ -8,6 +8,7 @@
 #include <QTest>
 
 #include <algorithm>
+#include <cstdlib>
 #include <ctime>
 #include <numeric>
 
@@ -69,6 +70,8 @@ private Q_SLOTS:
     void joinsRecordings_data();
     void joinsRecordings();
     void drawsValidFixesOnly();
+    void findsGaps_data();
+    void findsGaps();
     void marksTheFirstValidFix();
     void nothingToMark();
     void carriesSpeedAndHeadingOver_data();
@@ -172,6 +175,39 @@ void RouteBuilderTest::drawsValidFixesOnly()
     QCOMPARE(line->coordinates()[0].latitude, 35.5);
     QCOMPARE(line->coordinates()[1].latitude, 36.0);
     QCOMPARE(line->coordinates()[1].longitude, 139.0);
+}
+
+void RouteBuilderTest::findsGaps_data()
+{
+    QTest::addColumn<QList<int>>("times"); // of the fixes; negative for one without a readable position, 1 without date
+    QTest::addColumn<int>("next");         // of the following recording's first
+    QTest::addColumn<QList<int>>("gaps");
+    QTest::newRow("none of its own") << QList<int>{-5} << 100 << QList<int>{};
+    QTest::newRow("ten seconds") << QList<int>{0, 10'000, 20'000} << 30'000 << QList<int>{};
+    QTest::newRow("a millisecond more") << QList<int>{0, 10'001, 20'001, 40'000} << 40'001 << QList<int>{0, 2};
+    QTest::newRow("to the following recording") << QList<int>{0, 1000} << 11'001 << QList<int>{1};
+    QTest::newRow("the clock was set back") << QList<int>{20'000, 1000, 2000} << 3000 << QList<int>{0};
+    QTest::newRow("without a date") << QList<int>{0, 1, 2000, 1, 20'000} << 21'000 << QList<int>{3};
+    QTest::newRow("what isn't drawn ends no gap") << QList<int>{0, -9000, 18'000} << 18'000 << QList<int>{0};
+}
+
+void RouteBuilderTest::findsGaps()
+{
+    QFETCH(QList<int>, times);
+    QFETCH(int, next);
+    QFETCH(QList<int>, gaps);
+    QByteArray own;
+    for (const int time : times) {
+        own += fixSentence({.time = noon + std::chrono::milliseconds(std::abs(time)),
+                            .latitude = time < 0 ? "9999.0000" : "3500.0000"});
+        if (time == 1)
+            own.replace(own.size() - 15, 6, "");
+    }
+    Drive drive;
+    drive.add(own);
+    drive.add(fixSentence({.time = noon + std::chrono::milliseconds(next)}));
+    const auto line = RouteBuilder::polylineForDCFInfos(drive.recordings, 0);
+    QCOMPARE(QList<int>(line->gaps().begin(), line->gaps().end()), gaps);
 }
 
 void RouteBuilderTest::marksTheFirstValidFix()
