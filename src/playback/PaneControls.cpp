@@ -104,8 +104,9 @@ void ChipLabel::paintEvent(QPaintEvent* /*event*/)
     painter.drawText(rect(), Qt::AlignCenter, painter.fontMetrics().elidedText(text(), Qt::ElideLeft, room));
 }
 
-ChipButton::ChipButton(QAction* action, QWidget* parent)
+ChipButton::ChipButton(QAction* action, QWidget* parent, Ground ground)
     : QToolButton(parent)
+    , m_ground(ground)
 {
     setDefaultAction(action);
     setCursor(Qt::ArrowCursor);
@@ -118,20 +119,40 @@ void ChipButton::setOpacity(double opacity)
     update();
 }
 
+void ChipButton::drawGround(QPainter& painter) const
+{
+    const bool isLit = isEnabled() && (isDown() || underMouse());
+    const bool isPlain = m_ground == Ground::Plain;
+    if (isPlain)
+        cardreel::drawGround(painter, *this, palette().color(isLit ? QPalette::Highlight : QPalette::Button));
+    else
+        cardreel::drawGround(painter, *this, isLit ? chipHover : chipGround);
+    if (!isPlain && !hasFocus())
+        return;
+    const QColor frame = !isPlain ? chipText : palette().color(hasFocus() ? QPalette::Link : QPalette::Mid);
+    const double inset = hasFocus() ? 1 : 0.5;
+    painter.setPen(QPen(frame, hasFocus() ? 1.5 : 1));
+    painter.setBrush(Qt::NoBrush);
+    painter.drawRoundedRect(QRectF(rect()).adjusted(inset, inset, -inset, -inset), chipRadius - inset,
+                            chipRadius - inset);
+}
+
+QColor ChipButton::drawingColor() const
+{
+    const bool isCurrent = isChecked() && isEnabled();
+    if (m_ground == Ground::Plain)
+        return palette().color(isCurrent ? QPalette::Link : QPalette::ButtonText);
+    return isCurrent ? currentDrawing : chipText;
+}
+
 void ChipButton::paintEvent(QPaintEvent* /*event*/)
 {
     if (m_opacity <= 0)
         return;
     QPainter painter(this);
     painter.setOpacity(m_opacity);
-    const bool isLit = isEnabled() && (isDown() || underMouse());
-    drawGround(painter, *this, isLit ? chipHover : chipGround);
-    if (hasFocus()) {
-        painter.setPen(QPen(chipText, 1.5));
-        painter.setBrush(Qt::NoBrush);
-        painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), chipRadius - 1, chipRadius - 1);
-    }
-    const QColor color = isChecked() && isEnabled() ? currentDrawing : chipText;
+    drawGround(painter);
+    const QColor color = drawingColor();
     painter.setOpacity(m_opacity * (isEnabled() ? 1 : disabledOpacity));
     if (defaultAction()->objectName().isEmpty()) {
         painter.setFont(chipFont(*this));

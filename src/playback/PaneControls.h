@@ -44,13 +44,16 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 };
 
-/// One action of a pane as a small dark button over the video. Its drawing is named by the action's objectName().
+/// One action of a pane as a small button over what it shows: dark over a video, in the window's own colours elsewhere.
+/// Its drawing is named by the action's objectName().
 class ChipButton : public QToolButton
 {
     Q_OBJECT
 
 public:
-    ChipButton(QAction* action, QWidget* parent);
+    enum class Ground { Video, Plain };
+
+    ChipButton(QAction* action, QWidget* parent, Ground ground = Ground::Video);
 
     void setOpacity(double opacity);
 
@@ -58,6 +61,10 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
+    void drawGround(QPainter& painter) const;
+    QColor drawingColor() const;
+
+    Ground m_ground;
     double m_opacity = 1;
     QImage m_drawing; ///< at the present size and in the present colour
     QColor m_drawingColor;
