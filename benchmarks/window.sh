@@ -30,7 +30,8 @@ mkdir -m 700 "$XDG_RUNTIME_DIR"
 # Settings and thumbnails of its own, and new ones each time.
 window() {
     rm -rf "$work/cache" "$work/config"
-    mkdir "$work/cache" "$work/config"
+    mkdir -p "$work/cache" "$work/config/Cardreel"
+    printf '[General]\nMapTiles=\n' >"$work/config/Cardreel/cardreel.conf" # asks no server
     XDG_CACHE_HOME=$work/cache XDG_CONFIG_HOME=$work/config STARTED_AT=${EPOCHREALTIME/[.,]/} \
         "$build/bin/window-benchmark" "$card" "$1" 2>"$work/messages"
 }
