@@ -217,6 +217,59 @@
     </message>
 </context>
 <context>
+    <name>cardreel::CustomMapCalloutView</name>
+    <message>
+        <source>Show Recording</source>
+        <translation>Show Recording</translation>
+    </message>
+    <message>
+        <source>Present position</source>
+        <translation>Present position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::GraphLayerView</name>
+    <message>
+        <source>speed</source>
+        <translation>speed</translation>
+    </message>
+    <message>
+        <source>SPEED(mph)</source>
+        <translation>SPEED(mph)</translation>
+    </message>
+    <message>
+        <source>SPEED(km/h)</source>
+        <translation>SPEED(km/h)</translation>
+    </message>
+    <message>
+        <source>ACCELERATION(G)</source>
+        <translation>ACCELERATION(G)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::GraphViewController</name>
+    <message>
+        <source>Speed and acceleration</source>
+        <translation>Speed and acceleration</translation>
+    </message>
+    <message>
+        <source>Curves of the whole recording, and the figures of the moment. Click or drag on the curves to go there.</source>
+        <translation>Curves of the whole recording, and the figures of the moment. Click or drag on the curves to go there.</translation>
+    </message>
+    <message>
+        <source>No recording is shown.</source>
+        <translation>No recording is shown.</translation>
+    </message>
+    <message>
+        <source>Reading telemetry…</source>
+        <translation>Reading telemetry…</translation>
+    </message>
+    <message>
+        <source>This recording has no telemetry.</source>
+        <translation>This recording has no telemetry.</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::LeadButton</name>
     <message>
         <source>Lead other windows</source>
@@ -414,6 +467,175 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>&amp;Keyboard Shortcuts</source>
         <translation>&amp;Keyboard Shortcuts</translation>
     </message>
+    <message>
+        <source>&amp;Map</source>
+        <translation>&amp;Map</translation>
+    </message>
+    <message>
+        <source>&amp;Graph</source>
+        <translation>&amp;Graph</translation>
+    </message>
+    <message>
+        <source>M&amp;ap</source>
+        <translation>M&amp;ap</translation>
+    </message>
+    <message>
+        <source>S&amp;wap Graph and Map</source>
+        <translation>S&amp;wap Graph and Map</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapActions</name>
+    <message>
+        <source>&amp;Routes</source>
+        <translation>&amp;Routes</translation>
+    </message>
+    <message>
+        <source>Re&amp;cordings</source>
+        <translation>Re&amp;cordings</translation>
+    </message>
+    <message>
+        <source>&amp;Events</source>
+        <translation>&amp;Events</translation>
+    </message>
+    <message>
+        <source>&amp;Position</source>
+        <translation>&amp;Position</translation>
+    </message>
+    <message>
+        <source>&amp;Follow Position</source>
+        <translation>&amp;Follow Position</translation>
+    </message>
+    <message>
+        <source>Map &amp;Background…</source>
+        <translation>Map &amp;Background…</translation>
+    </message>
+    <message>
+        <source>Zoom Map &amp;In</source>
+        <translation>Zoom Map &amp;In</translation>
+    </message>
+    <message>
+        <source>Zoom Map &amp;Out</source>
+        <translation>Zoom Map &amp;Out</translation>
+    </message>
+    <message>
+        <source>Show &amp;All Routes</source>
+        <translation>Show &amp;All Routes</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>what a button does, and its key</comment>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapBackgroundSheet</name>
+    <message>
+        <source>&amp;OpenStreetMap, from the network</source>
+        <translation>&amp;OpenStreetMap, from the network</translation>
+    </message>
+    <message>
+        <source>Another tile &amp;server</source>
+        <translation>Another tile &amp;server</translation>
+    </message>
+    <message>
+        <source>Tiles on this &amp;computer</source>
+        <translation>Tiles on this &amp;computer</translation>
+    </message>
+    <message>
+        <source>&amp;Nothing: only a grid of degrees</source>
+        <translation>&amp;Nothing: only a grid of degrees</translation>
+    </message>
+    <message>
+        <source>Map Background</source>
+        <translation>Map Background</translation>
+    </message>
+    <message>
+        <source>Address, with {z}, {x} and {y}:</source>
+        <translation>Address, with {z}, {x} and {y}:</translation>
+    </message>
+    <message>
+        <source>Shown on the map as its source:</source>
+        <translation>Shown on the map as its source:</translation>
+    </message>
+    <message>
+        <source>An MBTiles file, or a folder with z/x/y.png:</source>
+        <translation>An MBTiles file, or a folder with z/x/y.png:</translation>
+    </message>
+    <message>
+        <source>Choose &amp;File…</source>
+        <translation>Choose &amp;File…</translation>
+    </message>
+    <message>
+        <source>Choose Fol&amp;der…</source>
+        <translation>Choose Fol&amp;der…</translation>
+    </message>
+    <message>
+        <source>Choose Tiles</source>
+        <translation>Choose Tiles</translation>
+    </message>
+    <message>
+        <source>Choose an MBTiles File</source>
+        <translation>Choose an MBTiles File</translation>
+    </message>
+    <message>
+        <source>MBTiles (*.mbtiles)</source>
+        <translation>MBTiles (*.mbtiles)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>All files (*)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapControls</name>
+    <message>
+        <source>Map Menu</source>
+        <translation>Map Menu</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapTexts</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>speed and its unit</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>heading %1°</source>
+        <translation>heading %1°</translation>
+    </message>
+    <message>
+        <source>No signal between %1 and %2</source>
+        <translation>No signal between %1 and %2</translation>
+    </message>
+    <message>
+        <source>%1  ·  %2</source>
+        <comment>time and speed</comment>
+        <translation>%1  ·  %2</translation>
+    </message>
+    <message>
+        <source>No GPS position at this moment.</source>
+        <translation>No GPS position at this moment.</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapVewController</name>
+    <message>
+        <source>Map</source>
+        <translation>Map</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapView</name>
+    <message>
+        <source>Map</source>
+        <translation>Map</translation>
+    </message>
+    <message>
+        <source>The map server can&apos;t be reached. Routes are shown without a map.</source>
+        <translation>The map server can&apos;t be reached. Routes are shown without a map.</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MomentDisplay</name>
@@ -432,6 +654,13 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     <message>
         <source>This picture carries no position.</source>
         <translation>This picture carries no position.</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::NeedleView</name>
+    <message>
+        <source>Speedometer</source>
+        <translation>Speedometer</translation>
     </message>
 </context>
 <context>
@@ -565,11 +794,6 @@ Reviews the memory cards of vehicle drive recorders.</translation>
 <context>
     <name>cardreel::ReadoutBar</name>
     <message>
-        <source>%1 %2</source>
-        <comment>speed and its unit</comment>
-        <translation>%1 %2</translation>
-    </message>
-    <message>
         <source>Time of day</source>
         <translation>Time of day</translation>
     </message>
@@ -600,6 +824,25 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>%1  ·  %2</source>
         <comment>size and cameras of a recording</comment>
         <translation>%1  ·  %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ScaleBar</name>
+    <message>
+        <source>%1 m</source>
+        <translation>%1 m</translation>
+    </message>
+    <message>
+        <source>%1 km</source>
+        <translation>%1 km</translation>
+    </message>
+    <message>
+        <source>%1 ft</source>
+        <translation>%1 ft</translation>
+    </message>
+    <message>
+        <source>%1 mi</source>
+        <translation>%1 mi</translation>
     </message>
 </context>
 <context>

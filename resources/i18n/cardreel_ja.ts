@@ -217,6 +217,59 @@
     </message>
 </context>
 <context>
+    <name>cardreel::CustomMapCalloutView</name>
+    <message>
+        <source>Show Recording</source>
+        <translation>この録画を表示</translation>
+    </message>
+    <message>
+        <source>Present position</source>
+        <translation>現在位置</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::GraphLayerView</name>
+    <message>
+        <source>speed</source>
+        <translation>速度</translation>
+    </message>
+    <message>
+        <source>SPEED(mph)</source>
+        <translation>速度(mph)</translation>
+    </message>
+    <message>
+        <source>SPEED(km/h)</source>
+        <translation>速度(km/h)</translation>
+    </message>
+    <message>
+        <source>ACCELERATION(G)</source>
+        <translation>加速度(G)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::GraphViewController</name>
+    <message>
+        <source>Speed and acceleration</source>
+        <translation>速度と加速度</translation>
+    </message>
+    <message>
+        <source>Curves of the whole recording, and the figures of the moment. Click or drag on the curves to go there.</source>
+        <translation>録画全体の曲線と、現在の値です。曲線をクリックまたはドラッグすると、その時点へ移動します。</translation>
+    </message>
+    <message>
+        <source>No recording is shown.</source>
+        <translation>録画が選択されていません。</translation>
+    </message>
+    <message>
+        <source>Reading telemetry…</source>
+        <translation>走行データを読み込み中…</translation>
+    </message>
+    <message>
+        <source>This recording has no telemetry.</source>
+        <translation>この録画には走行データがありません。</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::LeadButton</name>
     <message>
         <source>Lead other windows</source>
@@ -413,6 +466,175 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>&amp;Keyboard Shortcuts</source>
         <translation>キーボードショートカット(&amp;K)</translation>
     </message>
+    <message>
+        <source>&amp;Map</source>
+        <translation>地図(&amp;M)</translation>
+    </message>
+    <message>
+        <source>&amp;Graph</source>
+        <translation>グラフ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>M&amp;ap</source>
+        <translation>地図(&amp;A)</translation>
+    </message>
+    <message>
+        <source>S&amp;wap Graph and Map</source>
+        <translation>グラフと地図を入れ替え(&amp;W)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapActions</name>
+    <message>
+        <source>&amp;Routes</source>
+        <translation>走行軌跡(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Re&amp;cordings</source>
+        <translation>録画(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Events</source>
+        <translation>イベント(&amp;E)</translation>
+    </message>
+    <message>
+        <source>&amp;Position</source>
+        <translation>現在位置(&amp;P)</translation>
+    </message>
+    <message>
+        <source>&amp;Follow Position</source>
+        <translation>現在位置を追う(&amp;F)</translation>
+    </message>
+    <message>
+        <source>Map &amp;Background…</source>
+        <translation>地図の背景(&amp;B)…</translation>
+    </message>
+    <message>
+        <source>Zoom Map &amp;In</source>
+        <translation>地図を拡大(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Zoom Map &amp;Out</source>
+        <translation>地図を縮小(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Show &amp;All Routes</source>
+        <translation>すべての軌跡を表示(&amp;A)</translation>
+    </message>
+    <message>
+        <source>%1 (%2)</source>
+        <comment>what a button does, and its key</comment>
+        <translation>%1 (%2)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapBackgroundSheet</name>
+    <message>
+        <source>&amp;OpenStreetMap, from the network</source>
+        <translation>ネットワーク上の OpenStreetMap(&amp;O)</translation>
+    </message>
+    <message>
+        <source>Another tile &amp;server</source>
+        <translation>ほかのタイルサーバー(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Tiles on this &amp;computer</source>
+        <translation>このコンピューターのタイル(&amp;C)</translation>
+    </message>
+    <message>
+        <source>&amp;Nothing: only a grid of degrees</source>
+        <translation>なし: 経緯線のみ(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Map Background</source>
+        <translation>地図の背景</translation>
+    </message>
+    <message>
+        <source>Address, with {z}, {x} and {y}:</source>
+        <translation>アドレス ({z}、{x}、{y} を含む):</translation>
+    </message>
+    <message>
+        <source>Shown on the map as its source:</source>
+        <translation>地図に表示する出典:</translation>
+    </message>
+    <message>
+        <source>An MBTiles file, or a folder with z/x/y.png:</source>
+        <translation>MBTiles ファイル、または z/x/y.png のフォルダー:</translation>
+    </message>
+    <message>
+        <source>Choose &amp;File…</source>
+        <translation>ファイルを選択(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>Choose Fol&amp;der…</source>
+        <translation>フォルダーを選択(&amp;D)…</translation>
+    </message>
+    <message>
+        <source>Choose Tiles</source>
+        <translation>タイルの選択</translation>
+    </message>
+    <message>
+        <source>Choose an MBTiles File</source>
+        <translation>MBTiles ファイルの選択</translation>
+    </message>
+    <message>
+        <source>MBTiles (*.mbtiles)</source>
+        <translation>MBTiles (*.mbtiles)</translation>
+    </message>
+    <message>
+        <source>All files (*)</source>
+        <translation>すべてのファイル (*)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapControls</name>
+    <message>
+        <source>Map Menu</source>
+        <translation>地図のメニュー</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapTexts</name>
+    <message>
+        <source>%1 %2</source>
+        <comment>speed and its unit</comment>
+        <translation>%1 %2</translation>
+    </message>
+    <message>
+        <source>heading %1°</source>
+        <translation>方位 %1°</translation>
+    </message>
+    <message>
+        <source>No signal between %1 and %2</source>
+        <translation>%1 から %2 まで受信なし</translation>
+    </message>
+    <message>
+        <source>%1  ·  %2</source>
+        <comment>time and speed</comment>
+        <translation>%1  ·  %2</translation>
+    </message>
+    <message>
+        <source>No GPS position at this moment.</source>
+        <translation>この時点の GPS 位置はありません。</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapVewController</name>
+    <message>
+        <source>Map</source>
+        <translation>地図</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::MapView</name>
+    <message>
+        <source>Map</source>
+        <translation>地図</translation>
+    </message>
+    <message>
+        <source>The map server can&apos;t be reached. Routes are shown without a map.</source>
+        <translation>地図サーバーに接続できません。軌跡のみを表示しています。</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MomentDisplay</name>
@@ -431,6 +653,13 @@ Reviews the memory cards of vehicle drive recorders.</source>
     <message>
         <source>This picture carries no position.</source>
         <translation>この静止画には位置情報がありません。</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::NeedleView</name>
+    <message>
+        <source>Speedometer</source>
+        <translation>速度計</translation>
     </message>
 </context>
 <context>
@@ -564,11 +793,6 @@ Reviews the memory cards of vehicle drive recorders.</source>
 <context>
     <name>cardreel::ReadoutBar</name>
     <message>
-        <source>%1 %2</source>
-        <comment>speed and its unit</comment>
-        <translation>%1 %2</translation>
-    </message>
-    <message>
         <source>Time of day</source>
         <translation>時刻</translation>
     </message>
@@ -599,6 +823,25 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>%1  ·  %2</source>
         <comment>size and cameras of a recording</comment>
         <translation>%1  ·  %2</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ScaleBar</name>
+    <message>
+        <source>%1 m</source>
+        <translation>%1 m</translation>
+    </message>
+    <message>
+        <source>%1 km</source>
+        <translation>%1 km</translation>
+    </message>
+    <message>
+        <source>%1 ft</source>
+        <translation>%1 ft</translation>
+    </message>
+    <message>
+        <source>%1 mi</source>
+        <translation>%1 mi</translation>
     </message>
 </context>
 <context>

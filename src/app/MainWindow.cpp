@@ -4,7 +4,9 @@
 #include "app/FullScreenMode.h"
 #include "app/LeadButton.h"
 #include "app/LibraryPanel.h"
+#include "app/LowerPanes.h"
 #include "app/MomentDisplay.h"
+#include "app/ReadoutBar.h"
 #include "app/TransportBar.h"
 #include "app/VideoSplitter.h"
 #include "app/WindowKeys.h"
@@ -90,6 +92,7 @@ MainWindow::MainWindow()
     m_progress = new QLabel;
     statusBar()->addWidget(m_contents);
     statusBar()->addWidget(m_progress);
+    statusBar()->addPermanentWidget(m_readout);
     statusBar()->setContentsMargins(6, 0, 6, 0);
     makeMenus();
     connectPanes();
@@ -279,6 +282,7 @@ void MainWindow::saveLayout()
     defaults.setValue(keys::split, m_split->saveState());
     defaults.setValue(keys::videos, m_panes->saveState());
     defaults.setValue(keys::rightSplit, m_videoSplitter->savedState());
+    defaults.setValue(keys::lowerPanes, m_lowerPanes->savedState());
 }
 
 void MainWindow::closeEvent(QCloseEvent* event)

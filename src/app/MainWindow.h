@@ -18,17 +18,21 @@ namespace cardreel {
 
 class CardChip;
 class FullScreenMode;
+class GraphViewController;
 class LeadButton;
 class LibraryPanel;
+class LowerPanes;
+class MapVewController;
 class MomentDisplay;
 class PlaybackActions;
 class ReadoutBar;
 class TransportBar;
 class VideoSplitter;
 class ZoomPlayerViewController;
+struct TileSettings;
 
-/// One card's window: its lists at the left, its two cameras, what moves them, and the moment shown in words. Without a
-/// card it invites to open one. Owned by CardApplication; interface thread.
+/// One card's window: its lists at the left, its two cameras, what moves them, the graph and the map, and the moment
+/// shown in words. Without a card it invites to open one. Owned by CardApplication; interface thread.
 class MainWindow : public QMainWindow, public SynchronizedWindow
 {
     Q_OBJECT
@@ -86,7 +90,11 @@ private:
     void makeAppearanceMenu(QMenu& viewMenu);
     void connectPanes();
     void connectTransport();
+    void makeLowerPanes();
+    void addLowerPanesTo(QMenu& viewMenu);
+    void lowerPanesDidChange();
     void showShortcuts();
+    void showMapBackgroundSheet();
 
     /// A dialog of this window speaks for it.
     bool isOwnDialog(const QWidget* window) const;
@@ -114,7 +122,11 @@ private:
     ZoomPlayerSplitViewController* m_panes = nullptr;
     QSplitter* m_split = nullptr;
     VideoSplitter* m_videoSplitter = nullptr;
+    QWidget* m_below = nullptr; ///< what stands under the videos
     TransportBar* m_transport = nullptr;
+    GraphViewController* m_graph = nullptr;
+    MapVewController* m_map = nullptr;
+    LowerPanes* m_lowerPanes = nullptr;
     ReadoutBar* m_readout = nullptr;
     FullScreenMode* m_fullScreen = nullptr;
     PlaybackActions* m_actions = nullptr;

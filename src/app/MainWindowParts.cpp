@@ -4,7 +4,9 @@
 #include "app/FullScreenMode.h"
 #include "app/LeadButton.h"
 #include "app/LibraryPanel.h"
+#include "app/LowerPanes.h"
 #include "app/MainWindow.h"
+#include "app/MapBackgroundSheet.h"
 #include "app/MomentDisplay.h"
 #include "app/PlaybackActions.h"
 #include "app/ReadoutBar.h"
@@ -17,6 +19,9 @@
 #include "platform/settings/UserDefaults.h"
 #include "playback/ZoomPlayerSplitViewController.h"
 #include "playback/ZoomPlayerViewController.h"
+#include "views/graph/GraphViewController.h"
+#include "views/map/MapVewController.h"
+#include "views/map/MapView.h"
 
 #include <QAction>
 #include <QActionGroup>
@@ -111,19 +116,20 @@ QWidget* MainWindow::makeCardPage()
     m_transport = new TransportBar;
     m_transport->setRateAction(m_frontPane->rateChangeButton());
     m_readout = new ReadoutBar;
+    makeLowerPanes();
     const UserDefaults& defaults = UserDefaults::shared();
     m_panes->restoreState(defaults.value(keys::videos).toByteArray());
 
-    auto* below = new QWidget;
-    QVBoxLayout* column = makeColumn(below);
+    m_below = new QWidget;
+    QVBoxLayout* column = makeColumn(m_below);
     column->addWidget(m_transport);
     column->addWidget(makeHairline());
-    column->addWidget(m_readout);
-    column->addStretch(1);
+    column->addWidget(m_lowerPanes, 1);
 
     m_videoSplitter = new VideoSplitter;
     m_videoSplitter->addWidget(m_panes);
-    m_videoSplitter->addWidget(below);
+    m_videoSplitter->addWidget(m_below);
+    lowerPanesDidChange();
     m_videoSplitter->restoreSavedState(defaults.value(keys::rightSplit).toByteArray());
 
     m_split = new QSplitter(Qt::Horizontal);
@@ -137,14 +143,50 @@ QWidget* MainWindow::makeCardPage()
     m_split->restoreState(defaults.value(keys::split).toByteArray());
 
     m_fullScreen = new FullScreenMode(*this, *m_pages, *m_transport, *column);
-    m_fullScreen->setChrome({menuBar(), m_toolRow, m_panel, below, statusBar()}, {m_split, m_videoSplitter});
+    m_fullScreen->setChrome({menuBar(), m_toolRow, m_panel, m_below, statusBar()}, {m_split, m_videoSplitter});
     m_actions = new PlaybackActions(m_controller, *m_panes, *m_panel, *this);
     m_moment = new MomentDisplay(m_controller, *m_frontPane, *m_rearPane, *m_transport, *m_readout, this);
     return m_split;
 }
 
+void MainWindow::makeLowerPanes()
+{
+    m_graph = new GraphViewController(m_controller);
+    m_map = new MapVewController(m_controller);
+    m_map->mapView()->setTileSettings(MapBackgroundSheet::savedSettings());
+    m_lowerPanes = new LowerPanes(m_graph, m_map);
+    m_lowerPanes->restoreSavedState(UserDefaults::shared().value(keys::lowerPanes).toByteArray());
+    connect(m_lowerPanes, &LowerPanes::shownDidChange, this, &MainWindow::lowerPanesDidChange);
+    connect(m_map, &MapVewController::mapBackgroundRequested, this, &MainWindow::showMapBackgroundSheet);
+}
+
+/// Without graph and map the videos take their room.
+void MainWindow::lowerPanesDidChange()
+{
+    const bool shown = m_lowerPanes->isGraphShown() || m_lowerPanes->isMapShown();
+    m_lowerPanes->setVisible(shown);
+    m_below->setMaximumHeight(shown ? QWIDGETSIZE_MAX : m_below->layout()->minimumSize().height());
+}
+
+void MainWindow::showMapBackgroundSheet()
+{
+    auto* sheet = new MapBackgroundSheet(MapBackgroundSheet::savedSettings(), this);
+    connect(sheet, &MapBackgroundSheet::chosen, this, [](const TileSettings& settings) {
+        MapBackgroundSheet::saveSettings(settings);
+        for (QWidget* window : QApplication::topLevelWidgets()) {
+            if (const auto* card = qobject_cast<MainWindow*>(window))
+                card->m_map->mapView()->setTileSettings(settings);
+        }
+    });
+    sheet->open();
+}
+
 void MainWindow::connectPanes()
 {
+    m_controller.setGraphVC(m_graph);
+    m_controller.setMapVC(m_map);
+    connect(&m_controller, &MediaLibrary::recordingDidParse, m_graph,
+            [this](const std::shared_ptr<DCFInfo>& dcf) { m_graph->recordingDidParse(dcf); });
     m_controller.setDcfListVC(m_panel);
     m_controller.setPlayerVC(m_frontPane);
     m_controller.setPlayerVCSecondary(m_rearPane);
@@ -213,6 +255,8 @@ void MainWindow::makeMenus()
     });
     m_actions->fillZoomMenu(*view->addMenu(tr("&Zoom")));
     view->addSeparator();
+    addLowerPanesTo(*view);
+    view->addSeparator();
     m_toggleFullScreen = view->addAction(tr("&Full Screen"), m_fullScreen, &FullScreenMode::toggle);
     m_toggleFullScreen->setShortcuts({Qt::Key_F, Qt::Key_F11});
     m_toggleFullScreen->setAutoRepeat(false);
@@ -223,6 +267,9 @@ void MainWindow::makeMenus()
     makeAppearanceMenu(*view);
 
     m_actions->fillPlaybackMenu(*menuBar()->addMenu(tr("&Playback")));
+
+    QMenu* map = menuBar()->addMenu(tr("&Map"));
+    map->addActions(m_map->menuActions());
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     QAction* shortcuts = help->addAction(tr("&Keyboard Shortcuts"), this, &MainWindow::showShortcuts);
@@ -236,8 +283,26 @@ void MainWindow::makeMenus()
         box->open();
     });
     // Keys of menus alone rest while the menu bar is hidden.
-    for (const QMenu* menu : {file, view, help})
+    for (const QMenu* menu : {file, view, map, help})
         addActions(menu->actions());
+}
+
+void MainWindow::addLowerPanesTo(QMenu& viewMenu)
+{
+    QAction* graph = viewMenu.addAction(tr("&Graph"), m_lowerPanes, &LowerPanes::setGraphShown);
+    QAction* map = viewMenu.addAction(tr("M&ap"), m_lowerPanes, &LowerPanes::setMapShown);
+    graph->setShortcut(Qt::CTRL | Qt::Key_4);
+    map->setShortcut(Qt::CTRL | Qt::Key_5);
+    QAction* swap = viewMenu.addAction(tr("S&wap Graph and Map"), m_lowerPanes, &LowerPanes::swap);
+    const auto update = [this, graph, map, swap] {
+        graph->setChecked(m_lowerPanes->isGraphShown());
+        map->setChecked(m_lowerPanes->isMapShown());
+        swap->setEnabled(graph->isChecked() && map->isChecked());
+    };
+    graph->setCheckable(true);
+    map->setCheckable(true);
+    connect(m_lowerPanes, &LowerPanes::shownDidChange, this, update);
+    update();
 }
 
 void MainWindow::showShortcuts()

@@ -2,77 +2,38 @@
 
 #include "names/ConstClass.h"
 #include "telemetry/CustomLocation.h"
+#include "views/map/PlaceText.h"
 
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
-#include <QLocale>
-
-#include <cmath>
-
-using namespace Qt::StringLiterals;
 
 namespace cardreel {
 
 namespace {
 
-constexpr int wholeCircle = 360;
-const QString noReading = u"–"_s;
-
-/// A reading: its name small above, its value large below.
-QLabel* addReading(QGridLayout& grid, const QString& name, int width)
+/// A reading that jumps as little as its figures let it.
+QLabel* addReading(QHBoxLayout& row, const QString& name)
 {
-    const int column = grid.columnCount();
-    auto* caption = new QLabel(name);
-    caption->setForegroundRole(QPalette::PlaceholderText);
-    QFont small = caption->font();
-    small.setPixelSize(11);
-    caption->setFont(small);
     auto* value = new QLabel;
-    QFont large = value->font();
-    large.setPixelSize(18);
-    value->setFont(large);
     value->setAccessibleName(name);
-    value->setMinimumWidth(width);
+    value->setToolTip(name);
     value->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    caption->setBuddy(value);
-    grid.addWidget(caption, 0, column);
-    grid.addWidget(value, 1, column);
+    row.addWidget(value);
     return value;
-}
-
-QString speedText(const CustomLocation& fix)
-{
-    const double metersPerSecond = fix.hasSpeed() ? fix.speed : fix.correctedSpeed;
-    return ReadoutBar::tr("%1 %2", "speed and its unit")
-        .arg(QLocale::system().toString(std::lround(CustomLocation::speedForCurrentLocale(metersPerSecond))),
-             CustomLocation::unitForCurrentLocale());
-}
-
-QString headingText(const CustomLocation& fix)
-{
-    const double course = fix.hasCourse() ? fix.course : fix.correctedDirection;
-    return !(course >= 0) ? noReading : u"%1°"_s.arg(std::lround(course) % wholeCircle, 3, 10, QLatin1Char('0'));
 }
 
 } // namespace
 
-QString positionText(const CustomLocation& fix)
-{
-    return u"%1, %2"_s.arg(fix.latitude, 0, 'f', 6).arg(fix.longitude, 0, 'f', 6);
-}
-
 ReadoutBar::ReadoutBar(QWidget* parent)
     : QWidget(parent)
 {
-    auto* grid = new QGridLayout(this);
-    grid->setContentsMargins(12, 12, 12, 12);
-    grid->setHorizontalSpacing(24);
-    grid->setVerticalSpacing(2);
-    m_clock = addReading(*grid, tr("Time of day"), 228);
-    m_speed = addReading(*grid, tr("Speed"), 80);
-    m_heading = addReading(*grid, tr("Heading"), 52);
-    m_position = addReading(*grid, tr("Position"), 210);
-    grid->setColumnStretch(grid->columnCount(), 1);
+    auto* row = new QHBoxLayout(this);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(16);
+    m_clock = addReading(*row, tr("Time of day"));
+    m_speed = addReading(*row, tr("Speed"));
+    m_position = addReading(*row, tr("Position"));
+    m_heading = addReading(*row, tr("Heading"));
     clear();
 }
 
@@ -92,15 +53,15 @@ void ReadoutBar::setFix(const CustomLocation* fix, const QString& reason)
     setPlace(fix, reason);
     if (!fix)
         return;
-    m_speed->setText(speedText(*fix));
-    m_heading->setText(headingText(*fix));
+    m_speed->setText(speedText(fix->shownSpeed()));
+    m_heading->setText(headingText(fix->shownCourse()));
 }
 
 void ReadoutBar::setPlace(const CustomLocation* place, const QString& reason)
 {
-    m_speed->setText(noReading);
-    m_heading->setText(noReading);
-    m_position->setText(place ? positionText(*place) : reason);
+    m_speed->clear();
+    m_heading->clear();
+    m_position->setText(place ? coordinateText(place->latitude, place->longitude) : reason);
 }
 
 } // namespace cardreel

@@ -10,7 +10,8 @@ namespace cardreel {
 
 struct CustomLocation;
 
-/// The moment shown, in words: time of day, speed, position and heading. Interface thread.
+/// The moment shown, in words that can be copied: time of day, speed, position and heading. Lies in the status bar.
+/// Interface thread.
 class ReadoutBar : public QWidget
 {
     Q_OBJECT
@@ -32,8 +33,5 @@ private:
     QLabel* m_position;
     QLabel* m_heading;
 };
-
-/// "35.677730, 139.754813": degrees, north and east positive.
-QString positionText(const CustomLocation& fix);
 
 } // namespace cardreel

@@ -1,6 +1,7 @@
 #include "app/MainWindow.h"
 
 #include "WindowParts.h"
+#include "app/LowerPanes.h"
 #include "app/MomentDisplay.h"
 #include "app/ReadoutBar.h"
 #include "app/lists/CardItem.h"
@@ -10,6 +11,8 @@
 #include "names/ConstClass.h"
 #include "playback/PlayerScrollView.h"
 #include "telemetry/CustomLocation.h"
+#include "views/graph/GraphViewController.h"
+#include "views/map/MapVewController.h"
 
 #include <QDir>
 #include <QDropEvent>
@@ -302,7 +305,44 @@ private Q_SLOTS:
         WAIT_FOR(list(Recordings)->currentRow() == 0);
     }
 
+    void graphAndMapCanGo()
+    {
+        CardBuilder card;
+        card.file(u"NORMAL/200101120000.MP4"_s);
+        open(card);
+        m_window->resize(1024, 640);
+        WAIT_FOR(m_window->size() == QSize(1024, 640)); // nothing in it needs more
+        auto* panes = m_window->findChild<LowerPanes*>();
+        auto* graph = m_window->findChild<GraphViewController*>();
+        auto* map = m_window->findChild<MapVewController*>();
+        QVERIFY(graph->isVisible() && map->isVisible() && frontPane()->isVisible());
+        const int height = frontPane()->height();
+        trigger(MainWindow::tr("&Graph"));
+        QVERIFY(!graph->isVisible() && map->isVisible());
+        trigger(MainWindow::tr("M&ap"));
+        QVERIFY(!panes->isVisible());
+        WAIT_FOR(frontPane()->height() >= height + panes->minimumHeight());
+        // The next window begins as this one ends.
+        m_window->close();
+        endWindow();
+        makeWindow();
+        open(card);
+        panes = m_window->findChild<LowerPanes*>();
+        QVERIFY(!panes->isVisible());
+        trigger(MainWindow::tr("&Graph"));
+        trigger(MainWindow::tr("M&ap"));
+        QVERIFY(panes->isVisible());
+    }
+
 private:
+    void trigger(const QString& text)
+    {
+        for (QAction* action : m_window->findChildren<QAction*>()) {
+            if (action->text() == text && action->isCheckable())
+                return action->trigger();
+        }
+        QFAIL(qPrintable(text));
+    }
     /// What the readout shows under a name.
     QString reading(const char* name) const { return named<QLabel>(m_window.get(), ReadoutBar::tr(name))->text(); }
     QStringList texts(List which, int role) const

@@ -3,9 +3,11 @@
 #include "app/CardApplication.h"
 #include "app/LibraryPanel.h"
 #include "app/MainWindow.h"
+#include "app/WindowKeys.h"
 #include "app/lists/CardListView.h"
 #include "platform/BackgroundQueue.h"
 #include "platform/InterfaceThread.h"
+#include "platform/settings/UserDefaults.h"
 #include "playback/ZoomPlayerSplitViewController.h"
 #include "playback/ZoomPlayerViewController.h"
 #include "support/CardBuilder.h"
@@ -97,6 +99,7 @@ int runWithWindows(int argc, char* argv[])
     QCoreApplication::setApplicationName(QLatin1StringView(Test::staticMetaObject.className()));
     QApplication::setQuitOnLastWindowClosed(false);
     setupDefaults();
+    UserDefaults::shared().setValue(keys::mapTiles, QString()); // tests ask no server of the world
     const Theme theme(application);
     Test test;
     const int failures = QTest::qExec(&test, argc, argv);

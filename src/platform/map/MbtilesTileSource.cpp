@@ -64,6 +64,9 @@ QString plainText(const QString& html)
 
 std::unique_ptr<MbtilesTileSource> MbtilesTileSource::open(const QString& path)
 {
+    // SQLite would wait at a pipe for somebody to write, and with it all maps that share the thread.
+    if (!files::openForReading(path))
+        return nullptr;
     std::unique_ptr<MbtilesTileSource> source(new MbtilesTileSource(path));
     if (!source->m_database.open() || !source->readMetadata())
         return nullptr;

@@ -11,6 +11,8 @@
 #include <QTest>
 #include <QVariant>
 
+#include <sys/stat.h>
+
 namespace cardreel {
 
 using namespace Qt::StringLiterals;
@@ -168,6 +170,13 @@ private Q_SLOTS:
         const QString path = files.file(u"a.mbtiles"_s, bytes);
         makeMbtiles(path, statements);
         QVERIFY(!sourceAt(path));
+    }
+
+    void nobodyWaitsAtAPipe()
+    {
+        CardBuilder files;
+        QCOMPARE(mkfifo(files.path(u"a.mbtiles"_s).toUtf8(), 0600), 0);
+        QVERIFY(!sourceAt(files.path(u"a.mbtiles"_s)));
     }
 
     void damageInsideIsNoCrash()
