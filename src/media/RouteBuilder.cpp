@@ -67,7 +67,8 @@ public:
         // A fix without a readable date doesn't tell how long its way took; the next that has one does.
         const bool isDated = fix.timestamp != Instant{};
         // Clocks that are set while driving jump either way.
-        if (isDated && m_lastDate && std::chrono::abs(fix.timestamp - *m_lastDate) > longestKnownStretch)
+        const bool follows = isDated && m_lastDate != Instant{};
+        if (follows && std::chrono::abs(fix.timestamp - m_lastDate) > longestKnownStretch)
             m_gaps.push_back(static_cast<uint32_t>(m_coordinates.size() - 1));
         m_coordinates.push_back(coordinateOf(fix));
         if (isDated)
@@ -82,7 +83,7 @@ public:
 private:
     std::vector<Coordinate> m_coordinates;
     std::vector<uint32_t> m_gaps;
-    std::optional<Instant> m_lastDate;
+    Instant m_lastDate{}; ///< of the last fix that has one
 };
 
 } // namespace
