@@ -636,6 +636,10 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>The map server can&apos;t be reached. Routes are shown without a map.</source>
         <translation>The map server can&apos;t be reached. Routes are shown without a map.</translation>
     </message>
+    <message>
+        <source>The map&apos;s tiles can&apos;t be read. Routes are shown without a map.</source>
+        <translation>The map&apos;s tiles can&apos;t be read. Routes are shown without a map.</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MomentDisplay</name>

@@ -635,6 +635,10 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>The map server can&apos;t be reached. Routes are shown without a map.</source>
         <translation>地図サーバーに接続できません。軌跡のみを表示しています。</translation>
     </message>
+    <message>
+        <source>The map&apos;s tiles can&apos;t be read. Routes are shown without a map.</source>
+        <translation>地図のタイルを読み込めません。軌跡のみを表示しています。</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MomentDisplay</name>

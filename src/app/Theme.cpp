@@ -87,6 +87,10 @@ QString styleSheetOf(const ThemeColors& c)
         QPushButton:hover { border-color: %5; }
         QPushButton:focus { border-color: %6; }
         QPushButton:checked { background: %3; border-color: %6; }
+        QLineEdit { background: %4; border: 1px solid %2; border-radius: 4px; padding: 4px 6px; }
+        QLineEdit:focus { border-color: %6; }
+        QRadioButton::indicator { width: 14px; height: 14px; border: 1px solid %5; border-radius: 8px; }
+        QRadioButton::indicator:checked { width: 6px; height: 6px; border: 5px solid %6; background: %4; }
         QDialogButtonBox { dialogbuttonbox-buttons-have-icons: 0; }
         #rateButton { background: %4; border: 1px solid %2; }
         #rateButton:focus { border-color: %6; padding: 5px; }

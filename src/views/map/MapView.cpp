@@ -336,8 +336,10 @@ void MapView::drawForeground(QPainter* painter, const QRectF& /*rect*/)
         above.setBottom(std::min(above.bottom(), chip.top() - edge));
     }
     if (d->tiles.isUnreachable() && d->tiles.isIncomplete()) {
-        drawMapChip(*painter, above, Qt::AlignHCenter,
-                    tr("The map server can't be reached. Routes are shown without a map."), palette());
+        const QString reason = d->tiles.isRemote()
+                                   ? tr("The map server can't be reached. Routes are shown without a map.")
+                                   : tr("The map's tiles can't be read. Routes are shown without a map.");
+        drawMapChip(*painter, above, Qt::AlignHCenter, reason, palette());
     }
     if (d->showsFocus) {
         painter->setPen(QPen(palette().color(QPalette::Link), 2));

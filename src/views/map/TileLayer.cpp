@@ -68,6 +68,7 @@ void TileLayer::setSettings(const TileSettings& settings)
     m_wanted.clear();
     m_asked.clear();
     m_isIncomplete = false;
+    m_isRemote = isTileServer(settings.location);
     if (!settings.location.isEmpty()) {
         m_loader = std::make_unique<TileLoader>(settings);
         TileLoader* loader = m_loader.get();

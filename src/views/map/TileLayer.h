@@ -38,6 +38,8 @@ public:
 
     QString attribution() const;
     bool isUnreachable() const;
+    /// Whether the tiles come from a server, not from this computer.
+    bool isRemote() const { return m_isRemote; }
 
 private:
     struct VisibleTile
@@ -64,6 +66,7 @@ private:
     std::vector<TileKey> m_asked;  ///< what the loader was told last
     QTimer m_asking;               ///< runs while wishes are being gathered
     bool m_isIncomplete = false;
+    bool m_isRemote = false;
 };
 
 } // namespace cardreel
