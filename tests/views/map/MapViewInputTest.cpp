@@ -6,6 +6,8 @@
 #include <QPushButton>
 #include <QSignalSpy>
 
+#include <memory>
+
 using namespace cardreel;
 using namespace cardreel::test;
 using namespace Qt::StringLiterals;
@@ -48,8 +50,8 @@ private Q_SLOTS:
         QCOMPARE(map.view.zoom(), 13.0);
         QVERIFY(distance(map.view.center(), city) < 1e-6);
         // On a screen that is touched: one finger drags, two that part zoom.
-        QPointingDevice* const screen = QTest::createTouchDevice();
-        const auto touch = [&] { return QTest::touchEvent(map.view.viewport(), screen); };
+        const std::unique_ptr<QPointingDevice> screen(QTest::createTouchDevice());
+        const auto touch = [&] { return QTest::touchEvent(map.view.viewport(), screen.get()); };
         touch().press(0, middle);
         touch().move(0, middle + QPoint(100, 0));
         touch().release(0, middle + QPoint(100, 0));
