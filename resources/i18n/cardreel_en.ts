@@ -51,6 +51,10 @@
         <source>Largest G</source>
         <translation>Largest G</translation>
     </message>
+    <message>
+        <source>would be written</source>
+        <translation>would be written</translation>
+    </message>
 </context>
 <context>
     <name>Keys</name>
@@ -168,6 +172,242 @@
     <message>
         <source>急ハンドル注意,</source>
         <translation>Abrupt steering,</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Failed to load configuration file</source>
+        <translation>Failed to load configuration file</translation>
+    </message>
+    <message>
+        <source>Apply the default settings</source>
+        <translation>Apply the default settings</translation>
+    </message>
+    <message>
+        <source>The settings on the card were changed by another program. Overwrite them?</source>
+        <translation>The settings on the card were changed by another program. Overwrite them?</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>Cancel</translation>
+    </message>
+    <message>
+        <source>Could not write to the configuration file</source>
+        <translation>Could not write to the configuration file</translation>
+    </message>
+    <message>
+        <source>saved the setting</source>
+        <translation>saved the setting</translation>
+    </message>
+    <message>
+        <source>Save the settings?</source>
+        <translation>Save the settings?</translation>
+    </message>
+    <message>
+        <source>Reset the setting to the initial value?</source>
+        <translation>Reset the setting to the initial value?</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>OFF</translation>
+    </message>
+    <message>
+        <source>15秒間</source>
+        <translation>15 seconds</translation>
+    </message>
+    <message>
+        <source>30秒間</source>
+        <translation>30 seconds</translation>
+    </message>
+    <message>
+        <source>1分間</source>
+        <translation>1 minute</translation>
+    </message>
+    <message>
+        <source>30秒後</source>
+        <translation>After 30 seconds</translation>
+    </message>
+    <message>
+        <source>1分後</source>
+        <translation>After 1 minute</translation>
+    </message>
+    <message>
+        <source>3分後</source>
+        <translation>After 3 minutes</translation>
+    </message>
+    <message>
+        <source>30秒前</source>
+        <translation>30 seconds before</translation>
+    </message>
+    <message>
+        <source>1分前</source>
+        <translation>1 minute before</translation>
+    </message>
+    <message>
+        <source>3分前</source>
+        <translation>3 minutes before</translation>
+    </message>
+    <message>
+        <source>標準画質</source>
+        <translation>Standard quality</translation>
+    </message>
+    <message>
+        <source>長時間画質</source>
+        <translation>Long recording</translation>
+    </message>
+    <message>
+        <source>ON</source>
+        <translation>ON</translation>
+    </message>
+</context>
+<context>
+    <name>SettingTexts</name>
+    <message>
+        <source>Recording</source>
+        <translation>Recording</translation>
+    </message>
+    <message>
+        <source>Video &amp;quality</source>
+        <translation>Video &amp;quality</translation>
+    </message>
+    <message>
+        <source>&amp;Audio recording</source>
+        <translation>&amp;Audio recording</translation>
+    </message>
+    <message>
+        <source>Impact sensitivity while &amp;driving</source>
+        <translation>Impact sensitivity while &amp;driving</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;manual recordings</source>
+        <translation>Overwrite old &amp;manual recordings</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;event recordings</source>
+        <translation>Overwrite old &amp;event recordings</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;junction recordings</source>
+        <translation>Overwrite old &amp;junction recordings</translation>
+    </message>
+    <message>
+        <source>Parking</source>
+        <translation>Parking</translation>
+    </message>
+    <message>
+        <source>&amp;Parking recording</source>
+        <translation>&amp;Parking recording</translation>
+    </message>
+    <message>
+        <source>Parking recording p&amp;lus</source>
+        <translation>Parking recording p&amp;lus</translation>
+    </message>
+    <message>
+        <source>Len&amp;gth of parking recordings</source>
+        <translation>Len&amp;gth of parking recordings</translation>
+    </message>
+    <message>
+        <source>Parking recording &amp;starts</source>
+        <translation>Parking recording &amp;starts</translation>
+    </message>
+    <message>
+        <source>Parking recording e&amp;nds</source>
+        <translation>Parking recording e&amp;nds</translation>
+    </message>
+    <message>
+        <source>Impact sensitivity while par&amp;ked</source>
+        <translation>Impact sensitivity while par&amp;ked</translation>
+    </message>
+    <message>
+        <source>Overwrite old park&amp;ing recordings</source>
+        <translation>Overwrite old park&amp;ing recordings</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>Sound</translation>
+    </message>
+    <message>
+        <source>Notification &amp;volume</source>
+        <translation>Notification &amp;volume</translation>
+    </message>
+    <message>
+        <source>Play&amp;back volume</source>
+        <translation>Play&amp;back volume</translation>
+    </message>
+    <message>
+        <source>Display and clock</source>
+        <translation>Display and clock</translation>
+    </message>
+    <message>
+        <source>&amp;Time zone</source>
+        <translation>&amp;Time zone</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>System</translation>
+    </message>
+    <message>
+        <source>C&amp;hild lock</source>
+        <translation>C&amp;hild lock</translation>
+    </message>
+    <message>
+        <source>Batter&amp;y connection</source>
+        <translation>Batter&amp;y connection</translation>
+    </message>
+    <message>
+        <source>Reset the pass&amp;word</source>
+        <translation>Reset the pass&amp;word</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>Version</translation>
+    </message>
+    <message>
+        <source>Unknown (%1)</source>
+        <translation>Unknown (%1)</translation>
+    </message>
+    <message>
+        <source>This model&apos;s file has no place for it.</source>
+        <translation>This model&apos;s file has no place for it.</translation>
+    </message>
+    <message>
+        <source>Isn&apos;t saved: the card gets zero, whatever is chosen.</source>
+        <translation>Isn&apos;t saved: the card gets zero, whatever is chosen.</translation>
+    </message>
+    <message>
+        <source>Isn&apos;t saved: this model&apos;s file has no place for it.</source>
+        <translation>Isn&apos;t saved: this model&apos;s file has no place for it.</translation>
+    </message>
+    <message>
+        <source>Only shown. Saving sets it to zero on the card.</source>
+        <translation>Only shown. Saving sets it to zero on the card.</translation>
+    </message>
+    <message>
+        <source>Only shown. It stays as it is on the card.</source>
+        <translation>Only shown. It stays as it is on the card.</translation>
+    </message>
+    <message>
+        <source>No settings could be read from the card, so these are the factory&apos;s. The recorder&apos;s model isn&apos;t known: only what all models have is saved.</source>
+        <translation>No settings could be read from the card, so these are the factory&apos;s. The recorder&apos;s model isn&apos;t known: only what all models have is saved.</translation>
+    </message>
+    <message>
+        <source>Model %1, read from %2.</source>
+        <comment>0E00, settings.bin</comment>
+        <translation>Model %1, read from %2.</translation>
+    </message>
+    <message>
+        <source>That is a backup, which saving removes.</source>
+        <translation>That is a backup, which saving removes.</translation>
+    </message>
+    <message>
+        <source>The model isn&apos;t known: only what all models have is saved, and the rest of the file is lost.</source>
+        <translation>The model isn&apos;t known: only what all models have is saved, and the rest of the file is lost.</translation>
+    </message>
+    <message>
+        <source>What is saved for this model can&apos;t be opened here again.</source>
+        <translation>What is saved for this model can&apos;t be opened here again.</translation>
     </message>
 </context>
 <context>
@@ -482,6 +722,22 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     <message>
         <source>S&amp;wap Graph and Map</source>
         <translation>S&amp;wap Graph and Map</translation>
+    </message>
+    <message>
+        <source>Recorder settings…</source>
+        <translation>Recorder settings…</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>&amp;Tools</translation>
+    </message>
+    <message>
+        <source>Recorder &amp;Settings…</source>
+        <translation>Recorder &amp;Settings…</translation>
+    </message>
+    <message>
+        <source>Settings of Another &amp;Card…</source>
+        <translation>Settings of Another &amp;Card…</translation>
     </message>
 </context>
 <context>
@@ -815,6 +1071,13 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::RecorderSettings</name>
+    <message>
+        <source>Recorder Settings – %1</source>
+        <translation>Recorder Settings – %1</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::RecordingListModel</name>
     <message>
         <source>front</source>
@@ -850,10 +1113,25 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::SettingRow</name>
+    <message>
+        <source>Changed; it was “%1”.</source>
+        <translation>Changed; it was “%1”.</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::ShortcutsSheet</name>
     <message>
         <source>Keyboard Shortcuts</source>
         <translation>Keyboard Shortcuts</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::StepSelector</name>
+    <message>
+        <source>%1: %2</source>
+        <comment>a setting&apos;s name and the value of a button</comment>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -893,6 +1171,68 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     <message>
         <source>Leave full screen (F)</source>
         <translation>Leave full screen (F)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::UnitSettingSheet</name>
+    <message>
+        <source>Writing to the card…</source>
+        <translation>Writing to the card…</translation>
+    </message>
+    <message>
+        <source>Recorder Settings</source>
+        <translation>Recorder Settings</translation>
+    </message>
+    <message>
+        <source>&amp;Reset…</source>
+        <translation>&amp;Reset…</translation>
+    </message>
+    <message>
+        <source>Back to the factory&apos;s settings; nothing is saved yet</source>
+        <translation>Back to the factory&apos;s settings; nothing is saved yet</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::VolumeChooser</name>
+    <message>
+        <source>Recorder Settings</source>
+        <translation>Recorder Settings</translation>
+    </message>
+    <message>
+        <source>Memory &amp;card:</source>
+        <translation>Memory &amp;card:</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>Name</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>Size</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>Free</translation>
+    </message>
+    <message>
+        <source>Memory cards</source>
+        <translation>Memory cards</translation>
+    </message>
+    <message>
+        <source>Choose &amp;Folder…</source>
+        <translation>Choose &amp;Folder…</translation>
+    </message>
+    <message>
+        <source>%1 (can only be read: settings can be looked at, but not saved)</source>
+        <translation>%1 (can only be read: settings can be looked at, but not saved)</translation>
+    </message>
+    <message>
+        <source>No memory card is in this computer. Put one in, or choose a folder.</source>
+        <translation>No memory card is in this computer. Put one in, or choose a folder.</translation>
+    </message>
+    <message>
+        <source>Choose Card</source>
+        <translation>Choose Card</translation>
     </message>
 </context>
 <context>

@@ -51,6 +51,10 @@
         <source>Largest G</source>
         <translation>最大G</translation>
     </message>
+    <message>
+        <source>would be written</source>
+        <translation>書き込まれる内容</translation>
+    </message>
 </context>
 <context>
     <name>Keys</name>
@@ -168,6 +172,242 @@
     <message>
         <source>急ハンドル注意,</source>
         <translation>急ハンドル注意,</translation>
+    </message>
+    <message>
+        <source>OK</source>
+        <translation>OK</translation>
+    </message>
+    <message>
+        <source>Failed to load configuration file</source>
+        <translation>設定ファイルを読み込めませんでした</translation>
+    </message>
+    <message>
+        <source>Apply the default settings</source>
+        <translation>初期設定を適用します</translation>
+    </message>
+    <message>
+        <source>The settings on the card were changed by another program. Overwrite them?</source>
+        <translation>カードの設定がほかのプログラムによって変更されています。上書きしますか?</translation>
+    </message>
+    <message>
+        <source>Cancel</source>
+        <translation>キャンセル</translation>
+    </message>
+    <message>
+        <source>Could not write to the configuration file</source>
+        <translation>設定ファイルに書き込めませんでした</translation>
+    </message>
+    <message>
+        <source>saved the setting</source>
+        <translation>設定を保存しました</translation>
+    </message>
+    <message>
+        <source>Save the settings?</source>
+        <translation>設定を保存しますか?</translation>
+    </message>
+    <message>
+        <source>Reset the setting to the initial value?</source>
+        <translation>設定を初期値に戻しますか?</translation>
+    </message>
+    <message>
+        <source>OFF</source>
+        <translation>OFF</translation>
+    </message>
+    <message>
+        <source>15秒間</source>
+        <translation>15秒間</translation>
+    </message>
+    <message>
+        <source>30秒間</source>
+        <translation>30秒間</translation>
+    </message>
+    <message>
+        <source>1分間</source>
+        <translation>1分間</translation>
+    </message>
+    <message>
+        <source>30秒後</source>
+        <translation>30秒後</translation>
+    </message>
+    <message>
+        <source>1分後</source>
+        <translation>1分後</translation>
+    </message>
+    <message>
+        <source>3分後</source>
+        <translation>3分後</translation>
+    </message>
+    <message>
+        <source>30秒前</source>
+        <translation>30秒前</translation>
+    </message>
+    <message>
+        <source>1分前</source>
+        <translation>1分前</translation>
+    </message>
+    <message>
+        <source>3分前</source>
+        <translation>3分前</translation>
+    </message>
+    <message>
+        <source>標準画質</source>
+        <translation>標準画質</translation>
+    </message>
+    <message>
+        <source>長時間画質</source>
+        <translation>長時間画質</translation>
+    </message>
+    <message>
+        <source>ON</source>
+        <translation>ON</translation>
+    </message>
+</context>
+<context>
+    <name>SettingTexts</name>
+    <message>
+        <source>Recording</source>
+        <translation>録画</translation>
+    </message>
+    <message>
+        <source>Video &amp;quality</source>
+        <translation>画質(&amp;Q)</translation>
+    </message>
+    <message>
+        <source>&amp;Audio recording</source>
+        <translation>音声記録(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Impact sensitivity while &amp;driving</source>
+        <translation>走行中の衝撃感度(&amp;D)</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;manual recordings</source>
+        <translation>古い手動録画を上書き(&amp;M)</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;event recordings</source>
+        <translation>古いイベント録画を上書き(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Overwrite old &amp;junction recordings</source>
+        <translation>古い交差点録画を上書き(&amp;J)</translation>
+    </message>
+    <message>
+        <source>Parking</source>
+        <translation>駐車</translation>
+    </message>
+    <message>
+        <source>&amp;Parking recording</source>
+        <translation>駐車録画(&amp;P)</translation>
+    </message>
+    <message>
+        <source>Parking recording p&amp;lus</source>
+        <translation>駐車録画プラス(&amp;L)</translation>
+    </message>
+    <message>
+        <source>Len&amp;gth of parking recordings</source>
+        <translation>駐車録画の長さ(&amp;G)</translation>
+    </message>
+    <message>
+        <source>Parking recording &amp;starts</source>
+        <translation>駐車録画の開始(&amp;S)</translation>
+    </message>
+    <message>
+        <source>Parking recording e&amp;nds</source>
+        <translation>駐車録画の終了(&amp;N)</translation>
+    </message>
+    <message>
+        <source>Impact sensitivity while par&amp;ked</source>
+        <translation>駐車中の衝撃感度(&amp;K)</translation>
+    </message>
+    <message>
+        <source>Overwrite old park&amp;ing recordings</source>
+        <translation>古い駐車録画を上書き(&amp;I)</translation>
+    </message>
+    <message>
+        <source>Sound</source>
+        <translation>音</translation>
+    </message>
+    <message>
+        <source>Notification &amp;volume</source>
+        <translation>通知音量(&amp;V)</translation>
+    </message>
+    <message>
+        <source>Play&amp;back volume</source>
+        <translation>再生音量(&amp;B)</translation>
+    </message>
+    <message>
+        <source>Display and clock</source>
+        <translation>表示と時計</translation>
+    </message>
+    <message>
+        <source>&amp;Time zone</source>
+        <translation>タイムゾーン(&amp;T)</translation>
+    </message>
+    <message>
+        <source>System</source>
+        <translation>システム</translation>
+    </message>
+    <message>
+        <source>C&amp;hild lock</source>
+        <translation>チャイルドロック(&amp;H)</translation>
+    </message>
+    <message>
+        <source>Batter&amp;y connection</source>
+        <translation>バッテリー接続(&amp;Y)</translation>
+    </message>
+    <message>
+        <source>Reset the pass&amp;word</source>
+        <translation>パスワードをリセット(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Version</source>
+        <translation>バージョン</translation>
+    </message>
+    <message>
+        <source>Unknown (%1)</source>
+        <translation>不明 (%1)</translation>
+    </message>
+    <message>
+        <source>This model&apos;s file has no place for it.</source>
+        <translation>この機種の設定ファイルにはこの項目がありません。</translation>
+    </message>
+    <message>
+        <source>Isn&apos;t saved: the card gets zero, whatever is chosen.</source>
+        <translation>保存されません: 選択にかかわらずカードには 0 が書き込まれます。</translation>
+    </message>
+    <message>
+        <source>Isn&apos;t saved: this model&apos;s file has no place for it.</source>
+        <translation>保存されません: この機種の設定ファイルにはこの項目がありません。</translation>
+    </message>
+    <message>
+        <source>Only shown. Saving sets it to zero on the card.</source>
+        <translation>表示のみです。保存するとカードでは 0 になります。</translation>
+    </message>
+    <message>
+        <source>Only shown. It stays as it is on the card.</source>
+        <translation>表示のみです。カードの値はそのまま残ります。</translation>
+    </message>
+    <message>
+        <source>No settings could be read from the card, so these are the factory&apos;s. The recorder&apos;s model isn&apos;t known: only what all models have is saved.</source>
+        <translation>カードから設定を読み込めなかったため、出荷時の設定を表示しています。機種が不明なため、全機種に共通する項目だけが保存されます。</translation>
+    </message>
+    <message>
+        <source>Model %1, read from %2.</source>
+        <comment>0E00, settings.bin</comment>
+        <translation>機種 %1、%2 から読み込み。</translation>
+    </message>
+    <message>
+        <source>That is a backup, which saving removes.</source>
+        <translation>これはバックアップで、保存すると削除されます。</translation>
+    </message>
+    <message>
+        <source>The model isn&apos;t known: only what all models have is saved, and the rest of the file is lost.</source>
+        <translation>機種が不明です。全機種に共通する項目だけが保存され、ファイルの残りは失われます。</translation>
+    </message>
+    <message>
+        <source>What is saved for this model can&apos;t be opened here again.</source>
+        <translation>この機種で保存したファイルは、ここでは再び開けません。</translation>
     </message>
 </context>
 <context>
@@ -481,6 +721,22 @@ Reviews the memory cards of vehicle drive recorders.</source>
     <message>
         <source>S&amp;wap Graph and Map</source>
         <translation>グラフと地図を入れ替え(&amp;W)</translation>
+    </message>
+    <message>
+        <source>Recorder settings…</source>
+        <translation>本体設定…</translation>
+    </message>
+    <message>
+        <source>&amp;Tools</source>
+        <translation>ツール(&amp;T)</translation>
+    </message>
+    <message>
+        <source>Recorder &amp;Settings…</source>
+        <translation>本体設定(&amp;S)…</translation>
+    </message>
+    <message>
+        <source>Settings of Another &amp;Card…</source>
+        <translation>ほかのカードの設定(&amp;C)…</translation>
     </message>
 </context>
 <context>
@@ -814,6 +1070,13 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::RecorderSettings</name>
+    <message>
+        <source>Recorder Settings – %1</source>
+        <translation>本体設定 – %1</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::RecordingListModel</name>
     <message>
         <source>front</source>
@@ -849,10 +1112,25 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::SettingRow</name>
+    <message>
+        <source>Changed; it was “%1”.</source>
+        <translation>変更済み。元の値は「%1」。</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::ShortcutsSheet</name>
     <message>
         <source>Keyboard Shortcuts</source>
         <translation>キーボードショートカット</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::StepSelector</name>
+    <message>
+        <source>%1: %2</source>
+        <comment>a setting&apos;s name and the value of a button</comment>
+        <translation>%1: %2</translation>
     </message>
 </context>
 <context>
@@ -892,6 +1170,68 @@ Reviews the memory cards of vehicle drive recorders.</source>
     <message>
         <source>Leave full screen (F)</source>
         <translation>フルスクリーンを終了 (F)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::UnitSettingSheet</name>
+    <message>
+        <source>Writing to the card…</source>
+        <translation>カードに書き込み中…</translation>
+    </message>
+    <message>
+        <source>Recorder Settings</source>
+        <translation>本体設定</translation>
+    </message>
+    <message>
+        <source>&amp;Reset…</source>
+        <translation>初期値に戻す(&amp;R)…</translation>
+    </message>
+    <message>
+        <source>Back to the factory&apos;s settings; nothing is saved yet</source>
+        <translation>出荷時の設定に戻します。保存はまだ行われません</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::VolumeChooser</name>
+    <message>
+        <source>Recorder Settings</source>
+        <translation>本体設定</translation>
+    </message>
+    <message>
+        <source>Memory &amp;card:</source>
+        <translation>メモリーカード(&amp;C):</translation>
+    </message>
+    <message>
+        <source>Name</source>
+        <translation>名前</translation>
+    </message>
+    <message>
+        <source>Size</source>
+        <translation>容量</translation>
+    </message>
+    <message>
+        <source>Free</source>
+        <translation>空き</translation>
+    </message>
+    <message>
+        <source>Memory cards</source>
+        <translation>メモリーカード</translation>
+    </message>
+    <message>
+        <source>Choose &amp;Folder…</source>
+        <translation>フォルダーを選択(&amp;F)…</translation>
+    </message>
+    <message>
+        <source>%1 (can only be read: settings can be looked at, but not saved)</source>
+        <translation>%1 (読み取り専用: 設定は確認できますが、保存できません)</translation>
+    </message>
+    <message>
+        <source>No memory card is in this computer. Put one in, or choose a folder.</source>
+        <translation>メモリーカードが見つかりません。カードを挿入するか、フォルダーを選択してください。</translation>
+    </message>
+    <message>
+        <source>Choose Card</source>
+        <translation>カードの選択</translation>
     </message>
 </context>
 <context>

@@ -2,6 +2,7 @@
 
 #include "app/CardWatch.h"
 #include "app/SynchronizedPlay.h"
+#include "app/settings/RecorderSettings.h"
 #include "playback/MediaController.h"
 #include "playback/ZoomPlayerSplitViewController.h"
 
@@ -94,6 +95,7 @@ private:
     void addLowerPanesTo(QMenu& viewMenu);
     void lowerPanesDidChange();
     void showShortcuts();
+    void editRecorderSettings();
     void showMapBackgroundSheet();
 
     /// A dialog of this window speaks for it.
@@ -139,6 +141,7 @@ private:
     double m_volume = 1;
     bool m_isMuted = false;    ///< by the user
     bool m_isSilenced = false; ///< because another window is in front
+    RecorderSettings m_recorderSettings{*this}; ///< the last: gone before what it lies over
 };
 
 } // namespace cardreel

@@ -79,6 +79,10 @@ QWidget* MainWindow::makeToolRow()
     layout->addWidget(m_chip);
     layout->addWidget(m_leadButton);
     layout->addStretch(1);
+    auto* settings = new QPushButton(tr("Recorder settings…"));
+    settings->setFocusPolicy(Qt::TabFocus);
+    connect(settings, &QPushButton::clicked, this, &MainWindow::editRecorderSettings);
+    layout->addWidget(settings);
     auto* row = new QWidget;
     QVBoxLayout* column = makeColumn(row);
     column->addWidget(tools);
@@ -271,6 +275,10 @@ void MainWindow::makeMenus()
     QMenu* map = menuBar()->addMenu(tr("&Map"));
     map->addActions(m_map->menuActions());
 
+    QMenu* tools = menuBar()->addMenu(tr("&Tools"));
+    tools->addAction(tr("Recorder &Settings…"), this, &MainWindow::editRecorderSettings);
+    tools->addAction(tr("Settings of Another &Card…"), this, [this] { m_recorderSettings.chooseCard(cardPath()); });
+
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     QAction* shortcuts = help->addAction(tr("&Keyboard Shortcuts"), this, &MainWindow::showShortcuts);
     shortcuts->setShortcuts({Qt::Key_Question, Qt::Key_F1});
@@ -283,7 +291,7 @@ void MainWindow::makeMenus()
         box->open();
     });
     // Keys of menus alone rest while the menu bar is hidden.
-    for (const QMenu* menu : {file, view, map, help})
+    for (const QMenu* menu : {file, view, map, tools, help})
         addActions(menu->actions());
 }
 
@@ -303,6 +311,14 @@ void MainWindow::addLowerPanesTo(QMenu& viewMenu)
     map->setCheckable(true);
     connect(m_lowerPanes, &LowerPanes::shownDidChange, this, update);
     update();
+}
+
+void MainWindow::editRecorderSettings()
+{
+    if (hasCard())
+        m_recorderSettings.edit(cardPath());
+    else
+        m_recorderSettings.chooseCard({});
 }
 
 void MainWindow::showShortcuts()

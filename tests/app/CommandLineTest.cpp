@@ -1,3 +1,4 @@
+#include "app/ProgramRun.h"
 #include "media/CardLayout.h"
 #include "names/ConstClass.h"
 #include "platform/files/Files.h"
@@ -6,13 +7,8 @@
 #include "telemetry/NMEAData.h"
 
 #include <QJsonArray>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QProcess>
 #include <QTest>
 
-#include <linux/capability.h>
-#include <sys/prctl.h>
 #include <sys/stat.h>
 
 using namespace cardreel;
@@ -22,38 +18,11 @@ using namespace std::chrono_literals;
 
 namespace {
 
-struct Result
-{
-    int status = -1;
-    QByteArray out;
-    QByteArray err;
-
-    QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
-};
-
-/// Runs in a folder, where there is no display and permissions mean what they say.
-Result runIn(const QString& folder, const QString& program, const QStringList& arguments)
-{
-    QProcess process;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert(u"QT_QPA_PLATFORM"_s, u"none such"_s);
-    environment.remove(u"DISPLAY"_s);
-    environment.remove(u"WAYLAND_DISPLAY"_s);
-    process.setProcessEnvironment(environment);
-    process.setWorkingDirectory(folder);
-    process.setChildProcessModifier([] {
-        prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
-        prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
-    });
-    process.start(program, arguments);
-    if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
-        return {};
-    return {process.exitCode(), process.readAllStandardOutput(), process.readAllStandardError()};
-}
+using Result = ProgramRun;
 
 Result run(const CardBuilder& card, const QStringList& arguments)
 {
-    return runIn(card.root(), qEnvironmentVariable("CARDREEL_PROGRAM"), arguments);
+    return runProgram(card.root(), arguments);
 }
 
 QString isoDate(Instant date)

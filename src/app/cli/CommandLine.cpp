@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
@@ -29,53 +30,108 @@ const std::vector<Command>& commands()
     static const std::vector<Command> all = {
         {"list", "CARD", {u"--json"_s}, &listCard},
         {"telemetry", "SIDEFILE", {u"--json"_s, u"--all"_s}, &printTelemetry},
+        {"settings", "CARD", {u"--json"_s, u"--set"_s, u"--reset"_s, u"--dry-run"_s}, &cardSettings},
     };
     return all;
 }
+
+struct Flag
+{
+    const char* name;
+    bool Options::*member;
+};
+constexpr std::array<Flag, 4> flags = {{
+    {"--json", &Options::json},
+    {"--all", &Options::all},
+    {"--reset", &Options::reset},
+    {"--dry-run", &Options::dryRun},
+}};
 
 const char* const helpText = R"(Usage:
   cardreel [CARD…]                              open the cards, each in a window
   cardreel list CARD [--json]                   print the card's recordings and pictures
   cardreel telemetry SIDEFILE [--json] [--all]  print what a recording's side file holds
+  cardreel settings CARD [--json]               print the recorder's settings on the card
+  cardreel settings CARD [--reset] [--set NAME=VALUE…] [--dry-run] [--json]
+                                                change them
   cardreel --help | --version
 
 CARD is a mounted memory card or a folder copied from one: the folder that holds
 NORMAL, EVENT and so on. SIDEFILE is a recording's .NMEA or .CED file.
 
-  --json  print one JSON object instead of a table
-  --all   print every fix and warning too, with --json also every acceleration sample
-          and group of pictures
-  --      what follows is a path, even if it begins with a hyphen or is a command's name
+  --json     print one JSON object instead of a table
+  --all      print every fix and warning too, with --json also every acceleration sample
+             and group of pictures
+  --set      change settings: one or more NAME=VALUE follow; "cardreel settings CARD"
+             lists the names and their values
+  --reset    go back to the factory's settings, before what --set says
+  --dry-run  only show what would change
+  --         what follows is a path, even if it begins with a hyphen or is a command's name
 
 Exit status: 0 on success; 1, with one line on standard error, when the path can't
-be read; 2 for wrong usage.
+be read or the settings not be written; 2 for wrong usage.
 )";
 
-int wrongUsage(const QString& why)
+/// What follows --set. A path that looks like it can be written as "./a=b".
+bool isAssignment(const QString& argument)
 {
-    std::fprintf(stderr, "cardreel: %s (see cardreel --help)\n", why.toLocal8Bit().constData());
-    return WrongUsage;
+    const qsizetype end = argument.indexOf(u'=');
+    const auto isOfName = [](QChar c) { return c.isLetterOrNumber() || c == u'_'; };
+    return end > 0 && std::all_of(argument.begin(), argument.begin() + end, isOfName);
+}
+
+/// A command's arguments, told apart.
+struct Arguments
+{
+    Options options;
+    QStringList paths;
+    QString problem; ///< empty when they are as they should be
+};
+
+/// Carries an option out; the number of arguments after it that belong to it.
+qsizetype takeOption(Arguments& taken, const QStringList& arguments, qsizetype position)
+{
+    const QString& name = arguments.at(position);
+    for (const Flag& flag : flags) {
+        if (name == QLatin1StringView(flag.name))
+            taken.options.*flag.member = true;
+    }
+    if (name != u"--set")
+        return 0;
+    qsizetype count = 0;
+    while (position + 1 + count < arguments.size() && isAssignment(arguments.at(position + 1 + count)))
+        taken.options.assignments.push_back(arguments.at(position + 1 + count++));
+    if (count == 0)
+        taken.problem = u"--set takes NAME=VALUE"_s;
+    return count;
+}
+
+Arguments takeArguments(const Command& command, const QStringList& arguments)
+{
+    Arguments taken;
+    bool onlyPaths = false;
+    for (qsizetype i = 0; i < arguments.size() && taken.problem.isEmpty(); ++i) {
+        const QString& argument = arguments.at(i);
+        if (!onlyPaths && argument == u"--")
+            onlyPaths = true;
+        else if (onlyPaths || !argument.startsWith(u'-') || argument == u"-")
+            taken.paths.push_back(argument);
+        else if (std::find(command.options.begin(), command.options.end(), argument) == command.options.end())
+            taken.problem = u"%1 has no option %2"_s.arg(QLatin1StringView(command.name), argument);
+        else
+            i += takeOption(taken, arguments, i);
+    }
+    if (taken.problem.isEmpty() && taken.paths.size() != 1)
+        taken.problem = u"%1 takes one %2"_s.arg(QLatin1StringView(command.name), QLatin1StringView(command.argument));
+    return taken;
 }
 
 int runCommand(const Command& command, const QStringList& arguments)
 {
-    Options options;
-    QStringList paths;
-    bool onlyPaths = false;
-    for (const QString& argument : arguments) {
-        if (!onlyPaths && argument == u"--")
-            onlyPaths = true;
-        else if (onlyPaths || !argument.startsWith(u'-') || argument == u"-")
-            paths.push_back(argument);
-        else if (std::find(command.options.begin(), command.options.end(), argument) == command.options.end())
-            return wrongUsage(u"%1 has no option %2"_s.arg(QLatin1StringView(command.name), argument));
-        else
-            (argument == u"--json" ? options.json : options.all) = true;
-    }
-    if (paths.size() != 1)
-        return wrongUsage(
-            u"%1 takes one %2"_s.arg(QLatin1StringView(command.name), QLatin1StringView(command.argument)));
-    const int status = command.run(paths.first(), options);
+    const Arguments taken = takeArguments(command, arguments);
+    if (!taken.problem.isEmpty())
+        return wrongUsage(taken.problem);
+    const int status = command.run(taken.paths.first(), taken.options);
     // A full disk or a closed pipe shows only now.
     if (std::fflush(stdout) != 0 || std::ferror(stdout))
         return failure(u"standard output"_s, QString::fromLocal8Bit(std::strerror(errno)));
@@ -83,6 +139,12 @@ int runCommand(const Command& command, const QStringList& arguments)
 }
 
 } // namespace
+
+int wrongUsage(const QString& why)
+{
+    std::fprintf(stderr, "cardreel: %s (see cardreel --help)\n", why.toLocal8Bit().constData());
+    return WrongUsage;
+}
 
 bool isCommand(int argc, char** argv)
 {
