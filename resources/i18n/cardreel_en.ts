@@ -732,12 +732,12 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <translation>&amp;Tools</translation>
     </message>
     <message>
-        <source>Recorder &amp;Settings…</source>
-        <translation>Recorder &amp;Settings…</translation>
+        <source>Recorder &amp;settings…</source>
+        <translation>Recorder &amp;settings…</translation>
     </message>
     <message>
-        <source>Settings of Another &amp;Card…</source>
-        <translation>Settings of Another &amp;Card…</translation>
+        <source>Settings of another &amp;card…</source>
+        <translation>Settings of another &amp;card…</translation>
     </message>
 </context>
 <context>

@@ -731,11 +731,11 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <translation>ツール(&amp;T)</translation>
     </message>
     <message>
-        <source>Recorder &amp;Settings…</source>
+        <source>Recorder &amp;settings…</source>
         <translation>本体設定(&amp;S)…</translation>
     </message>
     <message>
-        <source>Settings of Another &amp;Card…</source>
+        <source>Settings of another &amp;card…</source>
         <translation>ほかのカードの設定(&amp;C)…</translation>
     </message>
 </context>

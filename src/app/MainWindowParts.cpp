@@ -276,8 +276,8 @@ void MainWindow::makeMenus()
     map->addActions(m_map->menuActions());
 
     QMenu* tools = menuBar()->addMenu(tr("&Tools"));
-    tools->addAction(tr("Recorder &Settings…"), this, &MainWindow::editRecorderSettings);
-    tools->addAction(tr("Settings of Another &Card…"), this, [this] { m_recorderSettings.chooseCard(cardPath()); });
+    tools->addAction(tr("Recorder &settings…"), this, &MainWindow::editRecorderSettings);
+    tools->addAction(tr("Settings of another &card…"), this, [this] { m_recorderSettings.chooseCard(cardPath()); });
 
     QMenu* help = menuBar()->addMenu(tr("&Help"));
     QAction* shortcuts = help->addAction(tr("&Keyboard Shortcuts"), this, &MainWindow::showShortcuts);
