@@ -18,7 +18,8 @@ struct Alert
     Kind kind = Kind::Notice;
     QString message;
     QString informativeText; ///< often empty
-    QStringList buttons;     ///< one or two; the first is what Return does, the last what Escape does
+    QStringList buttons;     ///< one or two; the last is what Escape does
+    bool isRisky = false;    ///< Return does what Escape does, else what the first button does
 };
 
 /// Shows alerts. Implemented by the application's dialogs, the command line and tests; interface thread.

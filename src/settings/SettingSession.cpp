@@ -121,6 +121,7 @@ void SettingSession::askWhetherToOverwrite(const SettingCardState& found)
     alert.message = localizedText(
         QT_TRANSLATE_NOOP("Keys", "The settings on the card were changed by another program. Overwrite them?"));
     alert.buttons = {okText(), localizedText(QT_TRANSLATE_NOOP("Keys", "Cancel"))};
+    alert.isRisky = true; // the other program's change would be lost
     show(alert, [this, found](AlertPresenter::Answer answer) {
         if (answer != AlertPresenter::Answer::FirstButton)
             return;           // the editor stays open

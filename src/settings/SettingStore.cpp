@@ -108,13 +108,12 @@ std::optional<QString> findTarget(const QString& root, QByteArray& target)
 void removeBackup(const QString& root, FileSteps& steps)
 {
     const QByteArray path = files::nativePath(SettingStore::oldPath(root));
-    if (steps.remove(path) != 0) {
-        if (errno != ENOENT)
-            qCWarning(lcSettings, "%s", std::strerror(errno));
+    const bool isRemoved = steps.remove(path) == 0;
+    if (isRemoved && steps.syncFolder(files::nativePath(systemFolder(root))) == 0)
         return;
-    }
-    if (steps.syncFolder(files::nativePath(systemFolder(root))) != 0)
-        qCWarning(lcSettings, "%s", std::strerror(errno));
+    const int reason = errno; // asking whether it is to be logged changes it
+    if (isRemoved || reason != ENOENT)
+        qCWarning(lcSettings, "%s: %s", path.constData(), std::strerror(reason));
 }
 
 } // namespace

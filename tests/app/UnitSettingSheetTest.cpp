@@ -334,7 +334,8 @@ private Q_SLOTS:
         m_settings->chooseCard(m_card->root());
         QVERIFY(chooser());
         QCOMPARE(chooser()->selectedPath(), m_card->root());
-        QTest::keyClick(chooser(), Qt::Key_Return);
+        QVERIFY(QTest::qWaitForWindowActive(chooser()));
+        QTest::keyClick(chooser()->focusWidget(), Qt::Key_Return);
         WAIT_FOR(sheet() && !chooser());
         m_settings->edit(u"/elsewhere"_s); // not while these are open
         QCOMPARE(m_window->findChildren<UnitSettingSheet*>().size(), 1);

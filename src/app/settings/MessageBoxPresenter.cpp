@@ -28,7 +28,7 @@ void MessageBoxPresenter::show(const Alert& alert, Answered answered)
         if (!first)
             first = last;
     }
-    box->setDefaultButton(first);
+    box->setDefaultButton(alert.isRisky ? last : first);
     box->setEscapeButton(last);
     QObject::connect(box, &QMessageBox::finished, box, [box, first, last, answered = std::move(answered)] {
         const bool isFirst = first == last || box->clickedButton() == first;

@@ -209,7 +209,12 @@ void VolumeChooser::browse()
 void VolumeChooser::setBusy(bool isBusy)
 {
     m_isBusy = isBusy;
+    // Otherwise Cancel would get the focus, and with it the Return key that chose the card.
+    if (isBusy)
+        setFocus();
     m_list->setEnabled(!isBusy);
+    if (!isBusy)
+        m_list->setFocus();
     for (QAbstractButton* button : m_buttons->buttons())
         button->setEnabled(!isBusy || m_buttons->buttonRole(button) == QDialogButtonBox::RejectRole);
     selectionDidChange();
