@@ -45,10 +45,12 @@ namespace cardreel {
 
 namespace {
 
+constexpr int hairline = 1;
+
 QWidget* makeHairline()
 {
     auto* line = new QFrame;
-    line->setFixedHeight(1);
+    line->setFixedHeight(hairline);
     line->setFrameShape(QFrame::NoFrame);
     line->setAutoFillBackground(true);
     line->setBackgroundRole(QPalette::Mid);
@@ -169,7 +171,8 @@ void MainWindow::lowerPanesDidChange()
 {
     const bool shown = m_lowerPanes->isGraphShown() || m_lowerPanes->isMapShown();
     m_lowerPanes->setVisible(shown);
-    m_below->setMaximumHeight(shown ? QWIDGETSIZE_MAX : m_below->layout()->minimumSize().height());
+    // In full screen the bar is elsewhere, but it comes back.
+    m_below->setMaximumHeight(shown ? QWIDGETSIZE_MAX : m_transport->sizeHint().height() + hairline);
 }
 
 void MainWindow::showMapBackgroundSheet()

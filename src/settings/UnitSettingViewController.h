@@ -33,8 +33,6 @@ public:
     void viewDidLoad();
 
     const SettingFileInfo& settingFileInfo() const { return m_info; }
-    /// Whether the record came from the card.
-    bool hasLoadedInfo() const { return m_hasLoadedInfo; }
     UnitSettingViewModel& viewModel() { return m_viewModel; }
     const UnitSettingViewModel& viewModel() const { return m_viewModel; }
     /// The model as it was at viewDidLoad(), to mark what has changed.

@@ -4,6 +4,7 @@
 #include "app/LowerPanes.h"
 #include "app/MomentDisplay.h"
 #include "app/ReadoutBar.h"
+#include "app/TransportBar.h"
 #include "app/lists/CardItem.h"
 #include "media/CardLayout.h"
 #include "media/DCFInfo.h"
@@ -332,6 +333,14 @@ private Q_SLOTS:
         trigger(MainWindow::tr("&Graph"));
         trigger(MainWindow::tr("M&ap"));
         QVERIFY(panes->isVisible());
+        // While the bar is away, too.
+        QTest::keyClick(m_window.get(), Qt::Key_F);
+        trigger(MainWindow::tr("&Graph"));
+        trigger(MainWindow::tr("M&ap"));
+        QTest::keyClick(m_window.get(), Qt::Key_Escape);
+        const auto* bar = m_window->findChild<TransportBar*>();
+        WAIT_FOR(!m_window->isFullScreen() && bar->height() >= bar->sizeHint().height());
+        QVERIFY(bar->parentWidget()->height() >= bar->height());
     }
 
 private:

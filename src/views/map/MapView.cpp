@@ -68,10 +68,8 @@ void MapView::Private::go(const MapViewport& target, Animation how)
 
 void MapView::Private::show(const MapViewport& next)
 {
-    if (std::exchange(shown, next) == next)
-        return;
-    updateScene();
-    Q_EMIT view.visibleRectDidChange();
+    if (std::exchange(shown, next) != next)
+        updateScene();
 }
 
 /// The scene's rectangle is what is seen and no more, so that nothing but the map itself scrolls it.

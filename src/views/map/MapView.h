@@ -79,7 +79,6 @@ Q_SIGNALS:
     void routeHovered(const cardreel::MapView::Route& route, size_t after, double fraction, const QPoint& position);
     /// The user moved the map by hand.
     void userDidMove();
-    void visibleRectDidChange();
 
 protected:
     bool event(QEvent* event) override;

@@ -5,8 +5,6 @@
 #include "names/ConstClass.h"
 #include "platform/image/ApplicationImage.h"
 
-#include <cmath>
-
 using namespace Qt::StringLiterals;
 
 namespace cardreel {

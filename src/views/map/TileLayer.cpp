@@ -97,8 +97,6 @@ bool TileLayer::isUnreachable() const
 
 void TileLayer::tileDidLoad(const TileKey& key, const QImage& image)
 {
-    if (image.isNull())
-        return;
     // All tiles in view must find room, or they would push one another out for ever.
     const int cost = costOf(image);
     const qsizetype inView = std::min<qsizetype>(static_cast<qsizetype>(m_wanted.size()), mostInView);
