@@ -1,6 +1,6 @@
 #pragma once
 
-#include "settings/FileSteps.h"
+#include "platform/files/FileSteps.h"
 #include "settings/SettingClock.h"
 #include "settings/SettingFileInfo.h"
 

@@ -5,6 +5,7 @@
 
 #include <linux/stat.h>
 #include <sys/stat.h>
+#include <sys/statvfs.h>
 
 #include <array>
 #include <cerrno>
@@ -157,6 +158,16 @@ bool isLocked(const QString& path)
         return false;
     const bool immutable = (found.stx_attributes & STATX_ATTR_IMMUTABLE) != 0;
     return immutable || (found.stx_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) == 0;
+}
+
+std::optional<quint64> freeBytes(const QString& path)
+{
+    struct statvfs volume
+    {
+    };
+    if (statvfs(nativePath(path).constData(), &volume) != 0)
+        return std::nullopt;
+    return static_cast<quint64>(volume.f_bavail) * volume.f_frsize;
 }
 
 std::vector<QString> names(const QString& folder)

@@ -48,6 +48,9 @@ QString absolutePath(const QString& path);
 /// read-only attribute is mounted). False when that can't be read.
 bool isLocked(const QString& path);
 
+/// What an ordinary user may still write to the volume that holds the path, in bytes; nothing when it can't be told.
+std::optional<quint64> freeBytes(const QString& path);
+
 /// The names directly in a folder, in the file system's order, without "." and ".."; empty when it can't be read.
 std::vector<QString> names(const QString& folder);
 

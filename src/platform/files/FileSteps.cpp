@@ -1,4 +1,4 @@
-#include "settings/FileSteps.h"
+#include "platform/files/FileSteps.h"
 
 #include <QRandomGenerator>
 
@@ -19,20 +19,6 @@ QString systemsReason()
     return QString::fromLocal8Bit(std::strerror(errno));
 }
 
-/// A new file in the folder, whose name no two programs come upon; -1 when it can't be made.
-int createTemporary(FileSteps& steps, const QByteArray& folder, QByteArray& path)
-{
-    constexpr int attempts = 100;
-    int file = -1;
-    for (int i = 0; i < attempts && file < 0; ++i) {
-        path = folder + "settings-" + QByteArray::number(QRandomGenerator::global()->generate(), 16);
-        file = steps.create(path);
-        if (file < 0 && errno != EEXIST)
-            break;
-    }
-    return file;
-}
-
 /// What may be done with the former file may be done with the new one. A card's file system may know no such thing.
 void takePermissions(int file, const QByteArray& formerPath)
 {
@@ -43,25 +29,11 @@ void takePermissions(int file, const QByteArray& formerPath)
         (void)fchmod(file, former.st_mode & 0777);
 }
 
-bool writeAll(FileSteps& steps, int file, const QByteArray& bytes)
-{
-    for (qsizetype done = 0; done < bytes.size();) {
-        const ssize_t count = steps.write(file, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && errno == EINTR)
-            continue;
-        if (count == 0)
-            errno = EIO; // a device that takes nothing would be asked for ever
-        if (count <= 0)
-            return false;
-        done += count;
-    }
-    return true;
-}
-
 /// Writes the bytes and has them reach the card, and closes the file in any case.
 bool fill(FileSteps& steps, int file, const QByteArray& bytes, QString& error)
 {
-    const bool isThere = writeAll(steps, file, bytes) && steps.sync(file) == 0;
+    const bool isThere =
+        writeAll(steps, file, bytes.constData(), static_cast<size_t>(bytes.size())) && steps.sync(file) == 0;
     if (!isThere)
         error = systemsReason();
     const bool isClosed = steps.close(file) == 0;
@@ -75,6 +47,21 @@ bool fill(FileSteps& steps, int file, const QByteArray& bytes, QString& error)
 int FileSteps::create(const QByteArray& path)
 {
     return open(path.constData(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, 0666);
+}
+
+int FileSteps::openToRead(const QByteArray& path)
+{
+    return open(path.constData(), O_RDONLY | O_CLOEXEC | O_NONBLOCK | O_NOCTTY);
+}
+
+ssize_t FileSteps::read(int file, char* bytes, size_t count)
+{
+    return ::read(file, bytes, count);
+}
+
+ssize_t FileSteps::copyRange(int from, int to, size_t count)
+{
+    return copy_file_range(from, nullptr, to, nullptr, count, 0);
 }
 
 ssize_t FileSteps::write(int file, const char* bytes, size_t count)
@@ -94,6 +81,18 @@ int FileSteps::close(int file)
 
 int FileSteps::rename(const QByteArray& from, const QByteArray& to)
 {
+    return std::rename(from.constData(), to.constData());
+}
+
+int FileSteps::renameToNew(const QByteArray& from, const QByteArray& to)
+{
+    const int result = renameat2(AT_FDCWD, from.constData(), AT_FDCWD, to.constData(), RENAME_NOREPLACE);
+    if (result == 0 || (errno != EINVAL && errno != ENOSYS && errno != ENOTSUP))
+        return result;
+    if (faccessat(AT_FDCWD, to.constData(), F_OK, AT_SYMLINK_NOFOLLOW) == 0) {
+        errno = EEXIST;
+        return -1;
+    }
     return std::rename(from.constData(), to.constData());
 }
 
@@ -117,11 +116,52 @@ int FileSteps::syncFolder(const QByteArray& folder)
     return result;
 }
 
+int FileSteps::syncDisk(const QByteArray& folder)
+{
+    const int opened = open(folder.constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    if (opened < 0)
+        return -1;
+    const int result = syncfs(opened);
+    const int reason = errno;
+    ::close(opened);
+    errno = reason;
+    return result;
+}
+
+int createTemporary(FileSteps& steps, const QByteArray& path, QByteArray& temporary)
+{
+    constexpr int attempts = 100;
+    const QByteArray folder = path.first(path.lastIndexOf('/') + 1);
+    int file = -1;
+    for (int i = 0; i < attempts && file < 0; ++i) {
+        temporary = folder + "cardreel-" + QByteArray::number(QRandomGenerator::global()->generate(), 16);
+        file = steps.create(temporary);
+        if (file < 0 && errno != EEXIST)
+            break;
+    }
+    return file;
+}
+
+bool writeAll(FileSteps& steps, int file, const char* bytes, size_t count)
+{
+    for (size_t done = 0; done < count;) {
+        const ssize_t written = steps.write(file, bytes + done, count - done);
+        if (written < 0 && errno == EINTR)
+            continue;
+        if (written == 0)
+            errno = EIO; // a device that takes nothing would be asked for ever
+        if (written <= 0)
+            return false;
+        done += static_cast<size_t>(written);
+    }
+    return true;
+}
+
 bool replaceFile(const QByteArray& path, const QByteArray& bytes, FileSteps& steps, QString& error)
 {
     const QByteArray folder = path.first(path.lastIndexOf('/') + 1);
     QByteArray temporary;
-    const int file = createTemporary(steps, folder, temporary);
+    const int file = createTemporary(steps, path, temporary);
     if (file < 0) {
         error = systemsReason();
         return false;
