@@ -31,6 +31,7 @@ MediaController::MediaController(QObject* parent)
         m_currentPicture.reset();
         m_selectedDCFs.clear();
     });
+    connect(this, &MediaLibrary::jobsShouldCancel, this, &MediaController::jobsHaveToEnd);
 }
 
 MediaController::~MediaController()
@@ -43,6 +44,8 @@ void MediaController::dispose()
     m_isDisposed = true;
     ++m_load;
     cancelParse();
+    cancelJobs();
+    m_currentProgressVC = nullptr;
     m_dcfListVC = nullptr;
     m_playerVC = nullptr;
     m_playerVCSecondary = nullptr;

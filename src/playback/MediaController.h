@@ -1,5 +1,6 @@
 #pragma once
 
+#include "export/DCFAsyncBackUp.h"
 #include "media/MediaLibrary.h"
 
 #include <array>
@@ -9,9 +10,11 @@
 
 namespace cardreel {
 
+class DCFAsyncKMLBuilder;
 class GraphPane;
 class MapPane;
 class PlayerPane;
+class ProgressPane;
 class RecordingsList;
 
 /// The hub of one card window: its library and its playback clock. It starts the players on what the list selects,
@@ -89,6 +92,27 @@ public:
     /// Asks the list for the recording after this one.
     void didStopPlayingAction();
 
+    // Jobs on the card, one at a time, so that another is ignored while one's sheet is open: MediaControllerJobs.cpp.
+    // Until the sheet is closed canReloadMedia() is false, which whoever opens the panel before it has set already, and
+    // the background parse rests unless a recording is chosen that needs it. The sheet, which may be missing, may close
+    // itself from within any call.
+
+    /// Writes the route of the recordings to a KML, KMZ or GPX file and shows how far it is; nothing begins for no
+    /// recordings.
+    void exportInfos(const DCFList& infos, const QString& targetFilePath, ProgressPane* sheet);
+    /// Copies the items into a folder that opens like a card; nothing begins for no items.
+    void backUpSelectedInfos(const BackUpList& items, const QString& targetRootDirPath, ReadBack readBack,
+                             ProgressPane* sheet);
+    /// The sheet is closed: cancels what still runs, and the parse goes on at the recording in view. Nothing without a
+    /// sheet or job.
+    void closeProgress();
+    /// Null once closed.
+    const std::shared_ptr<DCFAsyncBackUp>& currentBackUp() const { return m_currentBackUp; }
+    const std::shared_ptr<DCFAsyncKMLBuilder>& currentKmlBuilder() const { return m_currentKmlBuilder; }
+    ProgressPane* currentProgressVC() const { return m_currentProgressVC; }
+    /// Between a job's start and its end.
+    bool isJobRunning() const { return m_isJobRunning; }
+
     bool isMasterController() const;
     /// Follows the master's time; ignored by the master itself and while canReloadMedia() is false. Without a recording
     /// of that time everything stays as it is.
@@ -123,16 +147,26 @@ private:
     void jumpTo(double date, double fraction);
     void followMastersRate();
 
+    bool beginJob(ProgressPane* sheet);
+    void showJobsItem(double fraction, const QString& path);
+    void jobDidEnd(const QString& text, const QString& path, const QString& problem);
+    void cancelJobs();
+    void jobsHaveToEnd();
+
     RecordingsList* m_dcfListVC = nullptr;
     PlayerPane* m_playerVC = nullptr;
     PlayerPane* m_playerVCSecondary = nullptr;
     GraphPane* m_graphVC = nullptr;
     MapPane* m_mapVC = nullptr;
+    ProgressPane* m_currentProgressVC = nullptr;
+    std::shared_ptr<DCFAsyncBackUp> m_currentBackUp;
+    std::shared_ptr<DCFAsyncKMLBuilder> m_currentKmlBuilder;
     std::shared_ptr<PictureInfo> m_currentPicture;
     DCFList m_selectedDCFs;
     double m_userDate = 0;
     bool m_listDidSelect = false;
     bool m_isDisposed = false;
+    bool m_isJobRunning = false;
     quint64 m_load = 1;        ///< counts what was loaded; callbacks of an earlier load are ignored
     quint64 m_tickingLoad = 0; ///< the load whose tick is under way; 0 for none
 };

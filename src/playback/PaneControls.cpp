@@ -225,6 +225,13 @@ void PaneControls::place(ChipLabel& name)
     }
 }
 
+QWidget* PaneControls::chipOf(const QAction* action) const
+{
+    const auto chip = std::find_if(m_chips.begin(), m_chips.end(),
+                                   [action](const ChipButton* one) { return one->defaultAction() == action; });
+    return chip == m_chips.end() ? nullptr : *chip;
+}
+
 void PaneControls::pointerMoved()
 {
     fadeTo(1);

@@ -86,6 +86,9 @@ public:
     /// The pointer moved over the pane.
     void pointerMoved();
 
+    /// The chip of an action; null when it has none.
+    QWidget* chipOf(const QAction* action) const;
+
     /// From 0, faded, to 1.
     double opacity() const { return m_opacity; }
 

@@ -92,4 +92,22 @@ public:
     virtual void selectNextDCFWithCurrentDCF(const std::shared_ptr<DCFInfo>& dcf) = 0;
 };
 
+/// The sheet that shows how far a job on the card has come. It outlives the job, or closes it before it goes
+/// (MediaController::closeProgress()).
+class ProgressPane
+{
+public:
+    virtual ~ProgressPane() = default;
+
+    /// From 0 to 1.
+    virtual void setProgress(double fraction) = 0;
+    /// The item at work; at the end how it went.
+    virtual void setInfoText(const QString& text) = 0;
+    /// The job is over. `path`: the file or folder that is there now, empty when there is none. `problem`: why not, for
+    /// the user; empty when it went well.
+    virtual void jobDidEnd(const QString& path, const QString& problem) = 0;
+    /// Closes it, for the job was cancelled by something else than the user.
+    virtual void dismiss() = 0;
+};
+
 } // namespace cardreel

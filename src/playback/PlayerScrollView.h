@@ -72,6 +72,10 @@ public:
     /// Written in the middle where there is nothing to show, and over dimmed content.
     void setMessage(const QString& message);
 
+    /// What is seen of the video or the still picture, in device pixels, without focus and message; null while there is
+    /// nothing to show.
+    QImage visibleImage() const;
+
     QSize sizeHint() const override { return {480, 270}; }
 
 Q_SIGNALS:
@@ -105,6 +109,7 @@ private:
     void setGeometryNow(const ZoomGeometry& geometry);
     void animationFinished();
     void updateCursor(QPointF viewPoint);
+    QImage shownImage() const;
     void paintContent(QPainter& painter, const QImage& image, bool isStill) const;
 
     ZoomGeometry m_geometry;

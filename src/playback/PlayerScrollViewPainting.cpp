@@ -67,13 +67,34 @@ void PlayerScrollView::setMessage(const QString& message)
     update();
 }
 
+QImage PlayerScrollView::shownImage() const
+{
+    if (m_pictureShown)
+        return m_picture;
+    return m_videoShown && m_frameSource ? m_frameSource() : QImage();
+}
+
+QImage PlayerScrollView::visibleImage() const
+{
+    const QImage shown = shownImage();
+    if (shown.isNull())
+        return {};
+    const double ratio = devicePixelRatio();
+    QImage image((QSizeF(size()) * ratio).toSize(), QImage::Format_RGB32);
+    image.setDevicePixelRatio(ratio);
+    image.fill(Qt::black);
+    QPainter painter(&image);
+    paintContent(painter, shown, m_pictureShown);
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
 void PlayerScrollView::paintEvent(QPaintEvent* event)
 {
     QPainter painter(this);
     painter.fillRect(event->rect(), Qt::black);
-    QImage image = m_picture;
-    if (!m_pictureShown)
-        image = m_videoShown && m_frameSource ? m_frameSource() : QImage();
+    const QImage image = shownImage();
     if (!image.isNull()) {
         painter.save();
         painter.setOpacity(m_contentOpacity);

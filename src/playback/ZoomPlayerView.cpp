@@ -47,6 +47,7 @@ ZoomPlayerViewController::ZoomPlayerViewController(const QString& cameraName, Vi
     connect(&m_renderSizeTimer, &QTimer::timeout, this, &ZoomPlayerViewController::updateRenderSize);
     makeActions();
     installBlocks();
+    connect(this, &ZoomPlayerViewController::playingDidChange, this, &ZoomPlayerViewController::updateControls);
     resetZoomPlayerView();
     updateControls();
 }
@@ -85,6 +86,12 @@ void ZoomPlayerViewController::makeActions()
     m_mirrorButton->setCheckable(true);
     connect(m_mirrorButton, &QAction::toggled, this, &ZoomPlayerViewController::mirrorButtonPressed);
     chips.push_back(m_mirrorButton);
+    m_snapButton = new QAction(tr("Capture"), this);
+    m_snapButton->setObjectName(u"camera"_s);
+    m_snapButton->setToolTip(u"%1 (%2)"_s.arg(tr("Save this picture"), u"C"_s));
+    connect(m_snapButton, &QAction::triggered, this, &ZoomPlayerViewController::snapButtonPressed);
+    connect(this, &ZoomPlayerViewController::progressDidChange, this, &ZoomPlayerViewController::prepareSnapFrame);
+    chips.push_back(m_snapButton);
     m_subControlBaseView = new PaneControls(chips, this);
 }
 
@@ -275,9 +282,8 @@ void ZoomPlayerViewController::showImageWithPath(const QString& path)
     }
     // Whether it can be read is known later; until then there is nothing but black.
     pictureViewIsActive(true);
-    m_pictureJob.start([this, path] {
-        return [this, path, picture = readStillPicture(path)] { pictureIsRead(path, picture); };
-    });
+    m_pictureJob.start(
+        [this, path] { return [this, path, picture = readStillPicture(path)] { pictureIsRead(path, picture); }; });
 }
 
 void ZoomPlayerViewController::pictureIsRead(const QString& path, const QImage& picture)
@@ -299,6 +305,7 @@ void ZoomPlayerViewController::updateControls()
     for (QAction* segment : m_segments)
         segment->setEnabled(enabled);
     m_mirrorButton->setEnabled(enabled);
+    m_snapButton->setEnabled(enabled && !m_isLoading && currentItem());
     m_rateChangeButton->setEnabled(enabled && m_isPrimaryPlayer && !m_pictureIsActive);
 }
 

@@ -55,9 +55,8 @@ void ZoomPlayerViewController::playAtPath(const QString& path)
         assetIsRead(nullptr);
         return;
     }
-    m_assetJob.start([this, path] {
-        return [this, asset = std::make_shared<const VideoAsset>(path)] { assetIsRead(asset); };
-    });
+    m_assetJob.start(
+        [this, path] { return [this, asset = std::make_shared<const VideoAsset>(path)] { assetIsRead(asset); }; });
     updateMessage();
     Q_EMIT playingDidChange();
     Q_EMIT progressDidChange();

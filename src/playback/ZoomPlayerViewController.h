@@ -4,6 +4,7 @@
 #include "platform/video/VideoPlayer.h"
 #include "playback/Panes.h"
 #include "playback/PlayerScrollView.h"
+#include "playback/SnapFrame.h"
 
 #include <QPointF>
 #include <QRectF>
@@ -11,6 +12,7 @@
 #include <QWidget>
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <optional>
 
@@ -35,6 +37,14 @@ public:
     static constexpr double lowestRate = 0.5;
     static constexpr double highestRate = 16;
     static constexpr double highestSynchronizedRate = 8;
+
+    /// What the user wants to keep as a picture.
+    struct SnapRequest
+    {
+        std::shared_ptr<VideoItem> item; ///< what the pane showed
+        QSize frameSize;                 ///< of the file's frames as shown, in pixels
+        double requestTime = 0;          ///< seconds of the item as it played
+    };
 
     /// `cameraName` is shown in the corner and read to the blind.
     explicit ZoomPlayerViewController(const QString& cameraName,
@@ -108,6 +118,8 @@ public:
     /// Its text is the rate asked for ("x2").
     QAction* rateChangeButton() const { return m_rateChangeButton; }
     QAction* mirrorButton() const { return m_mirrorButton; }
+    /// Enabled while there is a frame to capture.
+    QAction* snapButton() const { return m_snapButton; }
     /// Zoom choice 1 to 6: whole, middle, and the quarters upper left, upper right, lower left, lower right.
     QAction* segmentAction(int segment) const;
     /// Carries a choice out. 0, free zoom, can't be chosen: nothing happens.
@@ -125,6 +137,20 @@ public:
     void resetZoom();
 
     PlayerScrollView* playerScrollView() const { return m_playerScrollView; }
+
+    /// Pauses, begins to decode the frame shown, and asks for it to be kept: snapRequested(). Nothing while there is no
+    /// item.
+    void snapButtonPressed();
+    /// Whether the frame that was asked for is decoded, so that its picture is made at once.
+    bool isSnapReady() const;
+    /// Whoever was asked is done with it.
+    void forgetSnap();
+    /// What makes the picture: the file's own frame, mirrored as the pane is; magnified, or with a still picture over
+    /// the video, what is seen of it now. Takes as long as the card takes, on any thread; a null picture when there is
+    /// none.
+    std::function<QImage()> snapshot(const SnapRequest& request) const;
+    /// The camera among the chips.
+    QWidget* snapChip() const;
 
     /// The sentence shown while there is nothing to show; what is the matter with a file comes before it.
     void setMessage(const QString& message);
@@ -146,6 +172,7 @@ Q_SIGNALS:
     void tripleTapDetected();
     /// A pan wants the window's bottom bar shown or hidden.
     void bottomBarRequested(bool shown);
+    void snapRequested(const cardreel::ZoomPlayerViewController::SnapRequest& request);
 
 protected:
     bool event(QEvent* event) override;
@@ -196,6 +223,12 @@ private:
     void updateRenderSize();
     void placeChips();
 
+    // What is kept as a picture: ZoomPlayerSnap.cpp
+    void prepareSnapFrame();
+    bool snapsView() const;
+    double standingTime(const SnapRequest& request) const;
+    SnapFrame::Place snapPlace(const SnapRequest& request) const;
+
     std::unique_ptr<VideoPlayer> m_player;
     const VideoPlayer::AudioOutput m_audio;
     int m_timeObserver = 0;
@@ -228,8 +261,11 @@ private:
     ChipLabel* m_name;
     ChipLabel* m_overlay;
     NewestJob m_pictureJob;
+    SnapFrame m_snapFrame;
+    SnapRequest m_snapRequest; ///< the last, without an item once it was dealt with
     QAction* m_rateChangeButton = nullptr;
     QAction* m_mirrorButton = nullptr;
+    QAction* m_snapButton = nullptr;
     std::array<QAction*, 6> m_segments{};
     QTimer m_renderSizeTimer;
     QString m_message;

@@ -164,6 +164,25 @@ struct FakeMap : MapPane
     const QString name = QStringLiteral("map");
 };
 
+struct FakeProgress : ProgressPane
+{
+    CallLog& log;
+
+    explicit FakeProgress(CallLog& callLog)
+        : log(callLog)
+    {
+    }
+    void setProgress(double fraction) override { log.add(name, "setProgress", QString::number(fraction, 'g', 3)); }
+    void setInfoText(const QString& text) override { log.add(name, "setInfoText", text); }
+    void jobDidEnd(const QString& path, const QString& problem) override
+    {
+        log.add(name, "jobDidEnd", path + (problem.isEmpty() ? QString() : QStringLiteral("failed")));
+    }
+    void dismiss() override { log.add(name, "dismiss"); }
+
+    const QString name = QStringLiteral("sheet");
+};
+
 /// A list that shows a card's recordings in their order and answers a selection at once.
 struct FakeList : RecordingsList
 {
