@@ -21,10 +21,9 @@ struct ProgramRun
     QJsonObject json() const { return QJsonDocument::fromJson(out).object(); }
 };
 
-/// Runs in a folder, where there is no display and permissions mean what they say.
-inline ProgramRun runIn(const QString& folder, const QString& program, const QStringList& arguments)
+/// Has the program run in a folder, where there is no display and permissions mean what they say.
+inline void prepare(QProcess& process, const QString& folder)
 {
-    QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("none such"));
     environment.remove(QStringLiteral("DISPLAY"));
@@ -35,6 +34,12 @@ inline ProgramRun runIn(const QString& folder, const QString& program, const QSt
         prctl(PR_CAPBSET_DROP, CAP_DAC_OVERRIDE);
         prctl(PR_CAPBSET_DROP, CAP_DAC_READ_SEARCH);
     });
+}
+
+inline ProgramRun runIn(const QString& folder, const QString& program, const QStringList& arguments)
+{
+    QProcess process;
+    prepare(process, folder);
     process.start(program, arguments);
     if (!process.waitForFinished() || process.exitStatus() != QProcess::NormalExit)
         return {};

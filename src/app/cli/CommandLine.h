@@ -10,7 +10,7 @@
 /// error.
 namespace cardreel::CommandLine {
 
-enum ExitStatus { Success = 0, Failure = 1, WrongUsage = 2 };
+enum ExitStatus { Success = 0, Failure = 1, WrongUsage = 2, Cancelled = 130 };
 
 /// Whether these arguments ask for something done without a window: a command, or --help and --version.
 bool isCommand(int argc, char** argv);

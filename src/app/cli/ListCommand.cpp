@@ -118,8 +118,9 @@ int failure(const QString& path, const QString& why)
     return Failure;
 }
 
-int listCard(const QString& cardPath, const Options& options)
+int listCard(const Options& options)
 {
+    const QString& cardPath = options.arguments.first();
     if (!files::isReadableFolder(cardPath))
         return failure(cardPath, QString::fromLocal8Bit(std::strerror(errno)));
 

@@ -199,8 +199,9 @@ std::optional<std::vector<SettingAssignment>> settingAssignments(const QStringLi
     return assignments;
 }
 
-int cardSettings(const QString& cardPath, const Options& options)
+int cardSettings(const Options& options)
 {
+    const QString& cardPath = options.arguments.first();
     const bool edits = options.reset || !options.assignments.isEmpty();
     if (options.dryRun && !edits)
         return wrongUsage(u"--dry-run goes with --set or --reset"_s);

@@ -172,8 +172,9 @@ void printTable(const Telemetry& telemetry, bool all)
 
 } // namespace
 
-int printTelemetry(const QString& sideFilePath, const Options& options)
+int printTelemetry(const Options& options)
 {
+    const QString& sideFilePath = options.arguments.first();
     Telemetry telemetry;
     if (const std::optional<SideFileProblem> problem = parseSideFile(sideFilePath, telemetry)) {
         const int status = failure(sideFilePath, problem->text);
