@@ -55,6 +55,34 @@
         <source>would be written</source>
         <translation>would be written</translation>
     </message>
+    <message>
+        <source>The folder isn&apos;t empty.</source>
+        <translation>The folder isn&apos;t empty.</translation>
+    </message>
+    <message>
+        <source>There is not enough room: %1 to copy, %2 free.</source>
+        <translation>There is not enough room: %1 to copy, %2 free.</translation>
+    </message>
+    <message>
+        <source>There is nothing to copy on this card.</source>
+        <translation>There is nothing to copy on this card.</translation>
+    </message>
+    <message>
+        <source>It has no rear video.</source>
+        <translation>It has no rear video.</translation>
+    </message>
+    <message>
+        <source>It would be on the card, which is never changed.</source>
+        <translation>It would be on the card, which is never changed.</translation>
+    </message>
+    <message>
+        <source>There are no recordings on this card.</source>
+        <translation>There are no recordings on this card.</translation>
+    </message>
+    <message>
+        <source>Cancelling…</source>
+        <translation>Cancelling…</translation>
+    </message>
 </context>
 <context>
     <name>Keys</name>
@@ -261,6 +289,86 @@
         <source>ON</source>
         <translation>ON</translation>
     </message>
+    <message>
+        <source>Free size:</source>
+        <translation>Free size:</translation>
+    </message>
+    <message>
+        <source>Required size:</source>
+        <translation>Required size:</translation>
+    </message>
+    <message>
+        <source>Execute</source>
+        <translation>Execute</translation>
+    </message>
+    <message>
+        <source>The program csh, which starts zip, can&apos;t be started</source>
+        <translation>The program csh, which starts zip, can&apos;t be started</translation>
+    </message>
+    <message>
+        <source>The program zip is not installed</source>
+        <translation>The program zip is not installed</translation>
+    </message>
+    <message>
+        <source>The archive can&apos;t be made: %@</source>
+        <translation>The archive can&apos;t be made: %@</translation>
+    </message>
+    <message>
+        <source>There is no folder for caches</source>
+        <translation>There is no folder for caches</translation>
+    </message>
+    <message>
+        <source>The card is never changed; choose a place elsewhere</source>
+        <translation>The card is never changed; choose a place elsewhere</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>Event</translation>
+    </message>
+    <message>
+        <source>ROUTE</source>
+        <translation>ROUTE</translation>
+    </message>
+    <message>
+        <source>SPD: %@ mph&lt;br&gt;</source>
+        <translation>SPD: %@ mph&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>SPD: %@ km/h&lt;br&gt;</source>
+        <translation>SPD: %@ km/h&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>LAT.: %1$@&lt;br&gt;LONG.: %2$@&lt;br&gt;</source>
+        <translation>LAT.: %1$@&lt;br&gt;LONG.: %2$@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>DATE/TIME: %@&lt;br&gt;</source>
+        <translation>DATE/TIME: %@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>EVENT: %@&lt;br&gt;</source>
+        <translation>EVENT: %@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>DIRECTION: %@ °</source>
+        <translation>DIRECTION: %@ °</translation>
+    </message>
+    <message>
+        <source>An error occurred when writing data</source>
+        <translation>An error occurred when writing data</translation>
+    </message>
+    <message>
+        <source>KML/KMZ export is complete</source>
+        <translation>KML/KMZ export is complete</translation>
+    </message>
+    <message>
+        <source>An error occurred during backup</source>
+        <translation>An error occurred during backup</translation>
+    </message>
+    <message>
+        <source>Backup is complete</source>
+        <translation>Backup is complete</translation>
+    </message>
 </context>
 <context>
     <name>SettingTexts</name>
@@ -411,6 +519,128 @@
     </message>
 </context>
 <context>
+    <name>cardreel::BackUpSheet</name>
+    <message>
+        <source>&amp;All pictures, and the selected recordings (%1)</source>
+        <translation>&amp;All pictures, and the selected recordings (%1)</translation>
+    </message>
+    <message>
+        <source>&amp;No pictures, only the selected recordings (%1)</source>
+        <translation>&amp;No pictures, only the selected recordings (%1)</translation>
+    </message>
+    <message>
+        <source>&amp;Only all pictures</source>
+        <translation>&amp;Only all pictures</translation>
+    </message>
+    <message>
+        <source>&amp;Read the copies back and compare</source>
+        <translation>&amp;Read the copies back and compare</translation>
+    </message>
+    <message>
+        <source>Back Up</source>
+        <translation>Back Up</translation>
+    </message>
+    <message>
+        <source>Takes about twice as long</source>
+        <translation>Takes about twice as long</translation>
+    </message>
+    <message>
+        <source>What is copied:</source>
+        <translation>What is copied:</translation>
+    </message>
+    <message>
+        <source>In the &amp;folder:</source>
+        <translation>In the &amp;folder:</translation>
+    </message>
+    <message>
+        <source>As a new folder with the na&amp;me:</source>
+        <translation>As a new folder with the na&amp;me:</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>Folder</translation>
+    </message>
+    <message>
+        <source>No recording is selected.</source>
+        <translation>No recording is selected.</translation>
+    </message>
+    <message>
+        <source>There are no pictures on this card.</source>
+        <translation>There are no pictures on this card.</translation>
+    </message>
+    <message>
+        <source>A folder&apos;s name can&apos;t hold a slash.</source>
+        <translation>A folder&apos;s name can&apos;t hold a slash.</translation>
+    </message>
+    <message>
+        <source>It must be more than the required size and 1 MiB.</source>
+        <translation>It must be more than the required size and 1 MiB.</translation>
+    </message>
+    <message>
+        <source>Choose the Folder for the Backup</source>
+        <translation>Choose the Folder for the Backup</translation>
+    </message>
+    <message>
+        <source>“%1” is there already and isn&apos;t empty. Back up into it?</source>
+        <translation>“%1” is there already and isn&apos;t empty. Back up into it?</translation>
+    </message>
+    <message>
+        <source>If the backup fails or is cancelled, the whole folder is removed with everything that is in it, also what was there before.</source>
+        <translation>If the backup fails or is cancelled, the whole folder is removed with everything that is in it, also what was there before.</translation>
+    </message>
+    <message>
+        <source>&amp;Use This Folder</source>
+        <translation>&amp;Use This Folder</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CapturePanel</name>
+    <message>
+        <source>Capture Picture</source>
+        <translation>Capture Picture</translation>
+    </message>
+    <message>
+        <source>JPEG picture (*.jpg *.jpeg)</source>
+        <translation>JPEG picture (*.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>PNG picture, without the place (*.png)</source>
+        <translation>PNG picture, without the place (*.png)</translation>
+    </message>
+    <message>
+        <source>The card is never changed.</source>
+        <translation>The card is never changed.</translation>
+    </message>
+    <message>
+        <source>Choose a folder that isn&apos;t on the card.</source>
+        <translation>Choose a folder that isn&apos;t on the card.</translation>
+    </message>
+    <message>
+        <source>The new picture would take its place.</source>
+        <translation>The new picture would take its place.</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>Replace</translation>
+    </message>
+    <message>
+        <source>There is no picture at this moment of the video.</source>
+        <translation>There is no picture at this moment of the video.</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>Saved to %1</translation>
+    </message>
+    <message>
+        <source>The picture couldn&apos;t be saved.</source>
+        <translation>The picture couldn&apos;t be saved.</translation>
+    </message>
+    <message>
+        <source>“%1” is there already.</source>
+        <translation>“%1” is there already.</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::CardApplication</name>
     <message>
         <source>Open Card</source>
@@ -444,6 +674,10 @@
         <source>It can&apos;t be read: you may lack the permission.</source>
         <translation>It can&apos;t be read: you may lack the permission.</translation>
     </message>
+    <message>
+        <source>&amp;Stop and Quit</source>
+        <translation>&amp;Stop and Quit</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::CardChip</name>
@@ -457,6 +691,68 @@
     </message>
 </context>
 <context>
+    <name>cardreel::CardJobs</name>
+    <message>
+        <source>&amp;Export Route…</source>
+        <translation>&amp;Export Route…</translation>
+    </message>
+    <message>
+        <source>&amp;Back Up…</source>
+        <translation>&amp;Back Up…</translation>
+    </message>
+    <message>
+        <source>Export the route to a file (Ctrl+E)</source>
+        <translation>Export the route to a file (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Copy recordings and pictures to another disk (Ctrl+B)</source>
+        <translation>Copy recordings and pictures to another disk (Ctrl+B)</translation>
+    </message>
+    <message>
+        <source>Exporting to “%1”</source>
+        <translation>Exporting to “%1”</translation>
+    </message>
+    <message>
+        <source>Backing up to “%1”</source>
+        <translation>Backing up to “%1”</translation>
+    </message>
+    <message>
+        <source>&amp;Stop and Close</source>
+        <translation>&amp;Stop and Close</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n export(s) and backup(s) are running.</source>
+        <translation>
+            <numerusform>%n export or backup is running.</numerusform>
+            <numerusform>%n exports and backups are running.</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>If you stop them, what is unfinished is removed.</source>
+        <translation>If you stop them, what is unfinished is removed.</translation>
+    </message>
+    <message>
+        <source>A backup is running.</source>
+        <translation>A backup is running.</translation>
+    </message>
+    <message>
+        <source>If you stop it, its folder is removed with everything in it.</source>
+        <translation>If you stop it, its folder is removed with everything in it.</translation>
+    </message>
+    <message>
+        <source>An export is running.</source>
+        <translation>An export is running.</translation>
+    </message>
+    <message>
+        <source>If you stop it, no file is written.</source>
+        <translation>If you stop it, no file is written.</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Running</source>
+        <translation>&amp;Keep Running</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::CustomMapCalloutView</name>
     <message>
         <source>Show Recording</source>
@@ -465,6 +761,104 @@
     <message>
         <source>Present position</source>
         <translation>Present position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ExportSheet</name>
+    <message>
+        <source>As KML, but in a much smaller file.</source>
+        <translation>As KML, but in a much smaller file.</translation>
+    </message>
+    <message>
+        <source>Tracks and waypoints, for navigation programs.</source>
+        <translation>Tracks and waypoints, for navigation programs.</translation>
+    </message>
+    <message>
+        <source>Routes by day and events, for globes and map programs.</source>
+        <translation>Routes by day and events, for globes and map programs.</translation>
+    </message>
+    <message>
+        <source>&amp;Selected recordings (%1)</source>
+        <translation>&amp;Selected recordings (%1)</translation>
+    </message>
+    <message>
+        <source>&amp;All recordings (%1)</source>
+        <translation>&amp;All recordings (%1)</translation>
+    </message>
+    <message>
+        <source>Export Route</source>
+        <translation>Export Route</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>&amp;Export</translation>
+    </message>
+    <message>
+        <source>Recordings:</source>
+        <translation>Recordings:</translation>
+    </message>
+    <message>
+        <source>&amp;Format:</source>
+        <translation>&amp;Format:</translation>
+    </message>
+    <message>
+        <source>Fi&amp;le:</source>
+        <translation>Fi&amp;le:</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>File</translation>
+    </message>
+    <message>
+        <source>Route</source>
+        <translation>Route</translation>
+    </message>
+    <message>
+        <source>“%1” is there already. Replace it?</source>
+        <translation>“%1” is there already. Replace it?</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>&amp;Replace</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::FileError</name>
+    <message>
+        <source>The card is gone</source>
+        <translation>The card is gone</translation>
+    </message>
+    <message>
+        <source>The backup and the card lie within each other</source>
+        <translation>The backup and the card lie within each other</translation>
+    </message>
+    <message>
+        <source>Another backup is still at work there</source>
+        <translation>Another backup is still at work there</translation>
+    </message>
+    <message>
+        <source>There is no picture to write</source>
+        <translation>There is no picture to write</translation>
+    </message>
+    <message>
+        <source>Pictures are written as jpg, jpeg or png</source>
+        <translation>Pictures are written as jpg, jpeg or png</translation>
+    </message>
+    <message>
+        <source>Not a regular file</source>
+        <translation>Not a regular file</translation>
+    </message>
+    <message>
+        <source>Its length changed while it was copied</source>
+        <translation>Its length changed while it was copied</translation>
+    </message>
+    <message>
+        <source>The copy isn&apos;t as long as its source</source>
+        <translation>The copy isn&apos;t as long as its source</translation>
+    </message>
+    <message>
+        <source>The copy doesn&apos;t read back as its source</source>
+        <translation>The copy doesn&apos;t read back as its source</translation>
     </message>
 </context>
 <context>
@@ -739,6 +1133,14 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>Settings of another &amp;card…</source>
         <translation>Settings of another &amp;card…</translation>
     </message>
+    <message>
+        <source>Export route…</source>
+        <translation>Export route…</translation>
+    </message>
+    <message>
+        <source>Back up…</source>
+        <translation>Back up…</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MapActions</name>
@@ -898,6 +1300,13 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::MediaController</name>
+    <message>
+        <source>The file wasn&apos;t written: %1</source>
+        <translation>The file wasn&apos;t written: %1</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::MomentDisplay</name>
     <message>
         <source>This recording has no rear video.</source>
@@ -931,10 +1340,52 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     </message>
 </context>
 <context>
+    <name>cardreel::PathField</name>
+    <message>
+        <source>&amp;Browse…</source>
+        <translation>&amp;Browse…</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::PictureListModel</name>
     <message>
         <source>%1  ·  with position</source>
         <translation>%1  ·  with position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PlaceTexts</name>
+    <message>
+        <source>There is no folder “%1”.</source>
+        <translation>There is no folder “%1”.</translation>
+    </message>
+    <message>
+        <source>“%1” is no folder.</source>
+        <translation>“%1” is no folder.</translation>
+    </message>
+    <message>
+        <source>You may not write to the folder “%1”.</source>
+        <translation>You may not write to the folder “%1”.</translation>
+    </message>
+    <message>
+        <source>That is on the card, which is never changed. Choose another folder.</source>
+        <translation>That is on the card, which is never changed. Choose another folder.</translation>
+    </message>
+    <message>
+        <source>“%1” is a folder.</source>
+        <translation>“%1” is a folder.</translation>
+    </message>
+    <message>
+        <source>A folder can&apos;t have this name.</source>
+        <translation>A folder can&apos;t have this name.</translation>
+    </message>
+    <message>
+        <source>The backup and the card would lie within each other. Choose another folder.</source>
+        <translation>The backup and the card would lie within each other. Choose another folder.</translation>
+    </message>
+    <message>
+        <source>There is a file of the name “%1”.</source>
+        <translation>There is a file of the name “%1”.</translation>
     </message>
 </context>
 <context>
@@ -1043,12 +1494,43 @@ Reviews the memory cards of vehicle drive recorders.</translation>
         <source>&amp;Quieter</source>
         <translation>&amp;Quieter</translation>
     </message>
+    <message>
+        <source>&amp;Capture Picture…</source>
+        <translation>&amp;Capture Picture…</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::PositionSlider</name>
     <message>
         <source>Position</source>
         <translation>Position</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ProgressSheet</name>
+    <message>
+        <source>%1 of %2</source>
+        <comment>items</comment>
+        <translation>%1 of %2</translation>
+    </message>
+    <message>
+        <source>less than a minute left</source>
+        <translation>less than a minute left</translation>
+    </message>
+    <message numerus="yes">
+        <source>about %n minute(s) left</source>
+        <translation>
+            <numerusform>about %n minute left</numerusform>
+            <numerusform>about %n minutes left</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&amp;Show in Folder</source>
+        <translation>&amp;Show in Folder</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>&amp;Close</translation>
     </message>
 </context>
 <context>
@@ -1283,6 +1765,14 @@ Reviews the memory cards of vehicle drive recorders.</translation>
     <message>
         <source>This picture can&apos;t be read: %1</source>
         <translation>This picture can&apos;t be read: %1</translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation>Capture</translation>
+    </message>
+    <message>
+        <source>Save this picture</source>
+        <translation>Save this picture</translation>
     </message>
 </context>
 </TS>

@@ -55,6 +55,34 @@
         <source>would be written</source>
         <translation>書き込まれる内容</translation>
     </message>
+    <message>
+        <source>The folder isn&apos;t empty.</source>
+        <translation>フォルダーが空ではありません。</translation>
+    </message>
+    <message>
+        <source>There is not enough room: %1 to copy, %2 free.</source>
+        <translation>空き容量が足りません: コピーに %1 必要、空き %2。</translation>
+    </message>
+    <message>
+        <source>There is nothing to copy on this card.</source>
+        <translation>このカードにはコピーするものがありません。</translation>
+    </message>
+    <message>
+        <source>It has no rear video.</source>
+        <translation>リア映像がありません。</translation>
+    </message>
+    <message>
+        <source>It would be on the card, which is never changed.</source>
+        <translation>カード上になります。カードは変更されません。</translation>
+    </message>
+    <message>
+        <source>There are no recordings on this card.</source>
+        <translation>このカードには録画がありません。</translation>
+    </message>
+    <message>
+        <source>Cancelling…</source>
+        <translation>キャンセルしています…</translation>
+    </message>
 </context>
 <context>
     <name>Keys</name>
@@ -261,6 +289,86 @@
         <source>ON</source>
         <translation>ON</translation>
     </message>
+    <message>
+        <source>Free size:</source>
+        <translation>空き容量:</translation>
+    </message>
+    <message>
+        <source>Required size:</source>
+        <translation>必要な容量:</translation>
+    </message>
+    <message>
+        <source>Execute</source>
+        <translation>実行</translation>
+    </message>
+    <message>
+        <source>The program csh, which starts zip, can&apos;t be started</source>
+        <translation>zip を起動するプログラム csh を開始できません</translation>
+    </message>
+    <message>
+        <source>The program zip is not installed</source>
+        <translation>プログラム zip がインストールされていません</translation>
+    </message>
+    <message>
+        <source>The archive can&apos;t be made: %@</source>
+        <translation>アーカイブを作成できません: %@</translation>
+    </message>
+    <message>
+        <source>There is no folder for caches</source>
+        <translation>キャッシュ用のフォルダーがありません</translation>
+    </message>
+    <message>
+        <source>The card is never changed; choose a place elsewhere</source>
+        <translation>カードは変更されません。ほかの場所を選択してください</translation>
+    </message>
+    <message>
+        <source>Event</source>
+        <translation>イベント</translation>
+    </message>
+    <message>
+        <source>ROUTE</source>
+        <translation>走行軌跡</translation>
+    </message>
+    <message>
+        <source>SPD: %@ mph&lt;br&gt;</source>
+        <translation>速度: %@ mph&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>SPD: %@ km/h&lt;br&gt;</source>
+        <translation>速度: %@ km/h&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>LAT.: %1$@&lt;br&gt;LONG.: %2$@&lt;br&gt;</source>
+        <translation>緯度: %1$@&lt;br&gt;経度: %2$@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>DATE/TIME: %@&lt;br&gt;</source>
+        <translation>日時: %@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>EVENT: %@&lt;br&gt;</source>
+        <translation>イベント: %@&lt;br&gt;</translation>
+    </message>
+    <message>
+        <source>DIRECTION: %@ °</source>
+        <translation>方位: %@ °</translation>
+    </message>
+    <message>
+        <source>An error occurred when writing data</source>
+        <translation>データの書き込み中にエラーが発生しました</translation>
+    </message>
+    <message>
+        <source>KML/KMZ export is complete</source>
+        <translation>KML/KMZ の書き出しが完了しました</translation>
+    </message>
+    <message>
+        <source>An error occurred during backup</source>
+        <translation>バックアップ中にエラーが発生しました</translation>
+    </message>
+    <message>
+        <source>Backup is complete</source>
+        <translation>バックアップが完了しました</translation>
+    </message>
 </context>
 <context>
     <name>SettingTexts</name>
@@ -411,6 +519,128 @@
     </message>
 </context>
 <context>
+    <name>cardreel::BackUpSheet</name>
+    <message>
+        <source>&amp;All pictures, and the selected recordings (%1)</source>
+        <translation>すべての写真と選択した録画 (%1)(&amp;A)</translation>
+    </message>
+    <message>
+        <source>&amp;No pictures, only the selected recordings (%1)</source>
+        <translation>写真なし、選択した録画のみ (%1)(&amp;N)</translation>
+    </message>
+    <message>
+        <source>&amp;Only all pictures</source>
+        <translation>すべての写真のみ(&amp;O)</translation>
+    </message>
+    <message>
+        <source>&amp;Read the copies back and compare</source>
+        <translation>コピーを読み戻して比較(&amp;R)</translation>
+    </message>
+    <message>
+        <source>Back Up</source>
+        <translation>バックアップ</translation>
+    </message>
+    <message>
+        <source>Takes about twice as long</source>
+        <translation>約 2 倍の時間がかかります</translation>
+    </message>
+    <message>
+        <source>What is copied:</source>
+        <translation>コピーするもの:</translation>
+    </message>
+    <message>
+        <source>In the &amp;folder:</source>
+        <translation>保存先フォルダー(&amp;F):</translation>
+    </message>
+    <message>
+        <source>As a new folder with the na&amp;me:</source>
+        <translation>新しいフォルダーの名前(&amp;M):</translation>
+    </message>
+    <message>
+        <source>Folder</source>
+        <translation>フォルダー</translation>
+    </message>
+    <message>
+        <source>No recording is selected.</source>
+        <translation>録画が選択されていません。</translation>
+    </message>
+    <message>
+        <source>There are no pictures on this card.</source>
+        <translation>このカードには写真がありません。</translation>
+    </message>
+    <message>
+        <source>A folder&apos;s name can&apos;t hold a slash.</source>
+        <translation>フォルダー名にスラッシュは使えません。</translation>
+    </message>
+    <message>
+        <source>It must be more than the required size and 1 MiB.</source>
+        <translation>必要な容量に 1 MiB を加えたより多くの空きが必要です。</translation>
+    </message>
+    <message>
+        <source>Choose the Folder for the Backup</source>
+        <translation>バックアップ先フォルダーの選択</translation>
+    </message>
+    <message>
+        <source>“%1” is there already and isn&apos;t empty. Back up into it?</source>
+        <translation>「%1」はすでにあり、空ではありません。ここにバックアップしますか?</translation>
+    </message>
+    <message>
+        <source>If the backup fails or is cancelled, the whole folder is removed with everything that is in it, also what was there before.</source>
+        <translation>バックアップに失敗するかキャンセルすると、以前からあったものも含めてフォルダー全体が削除されます。</translation>
+    </message>
+    <message>
+        <source>&amp;Use This Folder</source>
+        <translation>このフォルダーを使う(&amp;U)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::CapturePanel</name>
+    <message>
+        <source>Capture Picture</source>
+        <translation>静止画の保存</translation>
+    </message>
+    <message>
+        <source>JPEG picture (*.jpg *.jpeg)</source>
+        <translation>JPEG 画像 (*.jpg *.jpeg)</translation>
+    </message>
+    <message>
+        <source>PNG picture, without the place (*.png)</source>
+        <translation>PNG 画像、位置情報なし (*.png)</translation>
+    </message>
+    <message>
+        <source>The card is never changed.</source>
+        <translation>カードは変更されません。</translation>
+    </message>
+    <message>
+        <source>Choose a folder that isn&apos;t on the card.</source>
+        <translation>カード以外のフォルダーを選択してください。</translation>
+    </message>
+    <message>
+        <source>The new picture would take its place.</source>
+        <translation>新しい画像に置き換えられます。</translation>
+    </message>
+    <message>
+        <source>Replace</source>
+        <translation>置き換える</translation>
+    </message>
+    <message>
+        <source>There is no picture at this moment of the video.</source>
+        <translation>映像のこの時点には画像がありません。</translation>
+    </message>
+    <message>
+        <source>Saved to %1</source>
+        <translation>%1 に保存しました</translation>
+    </message>
+    <message>
+        <source>The picture couldn&apos;t be saved.</source>
+        <translation>画像を保存できませんでした。</translation>
+    </message>
+    <message>
+        <source>“%1” is there already.</source>
+        <translation>「%1」はすでにあります。</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::CardApplication</name>
     <message>
         <source>Open Card</source>
@@ -444,6 +674,10 @@
         <source>It can&apos;t be read: you may lack the permission.</source>
         <translation>読み込めません。アクセス権がない可能性があります。</translation>
     </message>
+    <message>
+        <source>&amp;Stop and Quit</source>
+        <translation>中止して終了(&amp;S)</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::CardChip</name>
@@ -457,6 +691,67 @@
     </message>
 </context>
 <context>
+    <name>cardreel::CardJobs</name>
+    <message>
+        <source>&amp;Export Route…</source>
+        <translation>軌跡を書き出す(&amp;E)…</translation>
+    </message>
+    <message>
+        <source>&amp;Back Up…</source>
+        <translation>バックアップ(&amp;B)…</translation>
+    </message>
+    <message>
+        <source>Export the route to a file (Ctrl+E)</source>
+        <translation>走行軌跡をファイルに書き出します (Ctrl+E)</translation>
+    </message>
+    <message>
+        <source>Copy recordings and pictures to another disk (Ctrl+B)</source>
+        <translation>録画と写真をほかのディスクにコピーします (Ctrl+B)</translation>
+    </message>
+    <message>
+        <source>Exporting to “%1”</source>
+        <translation>「%1」に書き出し中</translation>
+    </message>
+    <message>
+        <source>Backing up to “%1”</source>
+        <translation>「%1」にバックアップ中</translation>
+    </message>
+    <message>
+        <source>&amp;Stop and Close</source>
+        <translation>中止して閉じる(&amp;S)</translation>
+    </message>
+    <message numerus="yes">
+        <source>%n export(s) and backup(s) are running.</source>
+        <translation>
+            <numerusform>書き出しまたはバックアップを %n 件実行中です。</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>If you stop them, what is unfinished is removed.</source>
+        <translation>中止すると、未完了のものは削除されます。</translation>
+    </message>
+    <message>
+        <source>A backup is running.</source>
+        <translation>バックアップを実行中です。</translation>
+    </message>
+    <message>
+        <source>If you stop it, its folder is removed with everything in it.</source>
+        <translation>中止すると、そのフォルダーは中身ごと削除されます。</translation>
+    </message>
+    <message>
+        <source>An export is running.</source>
+        <translation>書き出しを実行中です。</translation>
+    </message>
+    <message>
+        <source>If you stop it, no file is written.</source>
+        <translation>中止すると、ファイルは書き込まれません。</translation>
+    </message>
+    <message>
+        <source>&amp;Keep Running</source>
+        <translation>続ける(&amp;K)</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::CustomMapCalloutView</name>
     <message>
         <source>Show Recording</source>
@@ -465,6 +760,104 @@
     <message>
         <source>Present position</source>
         <translation>現在位置</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ExportSheet</name>
+    <message>
+        <source>As KML, but in a much smaller file.</source>
+        <translation>KML と同じ内容で、ファイルがずっと小さくなります。</translation>
+    </message>
+    <message>
+        <source>Tracks and waypoints, for navigation programs.</source>
+        <translation>ナビゲーションソフト向けの軌跡と地点です。</translation>
+    </message>
+    <message>
+        <source>Routes by day and events, for globes and map programs.</source>
+        <translation>地球儀・地図ソフト向けの、日ごとの軌跡とイベントです。</translation>
+    </message>
+    <message>
+        <source>&amp;Selected recordings (%1)</source>
+        <translation>選択した録画 (%1)(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;All recordings (%1)</source>
+        <translation>すべての録画 (%1)(&amp;A)</translation>
+    </message>
+    <message>
+        <source>Export Route</source>
+        <translation>走行軌跡の書き出し</translation>
+    </message>
+    <message>
+        <source>&amp;Export</source>
+        <translation>書き出す(&amp;E)</translation>
+    </message>
+    <message>
+        <source>Recordings:</source>
+        <translation>録画:</translation>
+    </message>
+    <message>
+        <source>&amp;Format:</source>
+        <translation>形式(&amp;F):</translation>
+    </message>
+    <message>
+        <source>Fi&amp;le:</source>
+        <translation>ファイル(&amp;L):</translation>
+    </message>
+    <message>
+        <source>File</source>
+        <translation>ファイル</translation>
+    </message>
+    <message>
+        <source>Route</source>
+        <translation>軌跡</translation>
+    </message>
+    <message>
+        <source>“%1” is there already. Replace it?</source>
+        <translation>「%1」はすでにあります。置き換えますか?</translation>
+    </message>
+    <message>
+        <source>&amp;Replace</source>
+        <translation>置き換える(&amp;R)</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::FileError</name>
+    <message>
+        <source>The card is gone</source>
+        <translation>カードがありません</translation>
+    </message>
+    <message>
+        <source>The backup and the card lie within each other</source>
+        <translation>バックアップ先とカードが互いに含まれています</translation>
+    </message>
+    <message>
+        <source>Another backup is still at work there</source>
+        <translation>そこではほかのバックアップがまだ実行中です</translation>
+    </message>
+    <message>
+        <source>There is no picture to write</source>
+        <translation>書き込む画像がありません</translation>
+    </message>
+    <message>
+        <source>Pictures are written as jpg, jpeg or png</source>
+        <translation>画像は jpg、jpeg、png で保存されます</translation>
+    </message>
+    <message>
+        <source>Not a regular file</source>
+        <translation>通常のファイルではありません</translation>
+    </message>
+    <message>
+        <source>Its length changed while it was copied</source>
+        <translation>コピー中に長さが変わりました</translation>
+    </message>
+    <message>
+        <source>The copy isn&apos;t as long as its source</source>
+        <translation>コピーの長さが元のファイルと異なります</translation>
+    </message>
+    <message>
+        <source>The copy doesn&apos;t read back as its source</source>
+        <translation>読み戻したコピーが元のファイルと一致しません</translation>
     </message>
 </context>
 <context>
@@ -738,6 +1131,14 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>Settings of another &amp;card…</source>
         <translation>ほかのカードの設定(&amp;C)…</translation>
     </message>
+    <message>
+        <source>Export route…</source>
+        <translation>軌跡を書き出す…</translation>
+    </message>
+    <message>
+        <source>Back up…</source>
+        <translation>バックアップ…</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::MapActions</name>
@@ -897,6 +1298,13 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::MediaController</name>
+    <message>
+        <source>The file wasn&apos;t written: %1</source>
+        <translation>ファイルは書き込まれませんでした: %1</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::MomentDisplay</name>
     <message>
         <source>This recording has no rear video.</source>
@@ -930,10 +1338,52 @@ Reviews the memory cards of vehicle drive recorders.</source>
     </message>
 </context>
 <context>
+    <name>cardreel::PathField</name>
+    <message>
+        <source>&amp;Browse…</source>
+        <translation>参照(&amp;B)…</translation>
+    </message>
+</context>
+<context>
     <name>cardreel::PictureListModel</name>
     <message>
         <source>%1  ·  with position</source>
         <translation>%1  ·  位置情報あり</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::PlaceTexts</name>
+    <message>
+        <source>There is no folder “%1”.</source>
+        <translation>フォルダー「%1」はありません。</translation>
+    </message>
+    <message>
+        <source>“%1” is no folder.</source>
+        <translation>「%1」はフォルダーではありません。</translation>
+    </message>
+    <message>
+        <source>You may not write to the folder “%1”.</source>
+        <translation>フォルダー「%1」に書き込む権限がありません。</translation>
+    </message>
+    <message>
+        <source>That is on the card, which is never changed. Choose another folder.</source>
+        <translation>カード上の場所です。カードは変更されません。ほかのフォルダーを選択してください。</translation>
+    </message>
+    <message>
+        <source>“%1” is a folder.</source>
+        <translation>「%1」はフォルダーです。</translation>
+    </message>
+    <message>
+        <source>A folder can&apos;t have this name.</source>
+        <translation>この名前のフォルダーは作成できません。</translation>
+    </message>
+    <message>
+        <source>The backup and the card would lie within each other. Choose another folder.</source>
+        <translation>バックアップ先とカードが互いに含まれています。ほかのフォルダーを選択してください。</translation>
+    </message>
+    <message>
+        <source>There is a file of the name “%1”.</source>
+        <translation>「%1」という名前のファイルがあります。</translation>
     </message>
 </context>
 <context>
@@ -1042,12 +1492,42 @@ Reviews the memory cards of vehicle drive recorders.</source>
         <source>&amp;Quieter</source>
         <translation>音量を下げる(&amp;Q)</translation>
     </message>
+    <message>
+        <source>&amp;Capture Picture…</source>
+        <translation>静止画を保存(&amp;C)…</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::PositionSlider</name>
     <message>
         <source>Position</source>
         <translation>位置</translation>
+    </message>
+</context>
+<context>
+    <name>cardreel::ProgressSheet</name>
+    <message>
+        <source>%1 of %2</source>
+        <comment>items</comment>
+        <translation>%1 / %2</translation>
+    </message>
+    <message>
+        <source>less than a minute left</source>
+        <translation>残り 1 分未満</translation>
+    </message>
+    <message numerus="yes">
+        <source>about %n minute(s) left</source>
+        <translation>
+            <numerusform>残り約 %n 分</numerusform>
+        </translation>
+    </message>
+    <message>
+        <source>&amp;Show in Folder</source>
+        <translation>フォルダーに表示(&amp;S)</translation>
+    </message>
+    <message>
+        <source>&amp;Close</source>
+        <translation>閉じる(&amp;C)</translation>
     </message>
 </context>
 <context>
@@ -1282,6 +1762,14 @@ Reviews the memory cards of vehicle drive recorders.</source>
     <message>
         <source>This picture can&apos;t be read: %1</source>
         <translation>この静止画を読み込めません：%1</translation>
+    </message>
+    <message>
+        <source>Capture</source>
+        <translation>静止画の保存</translation>
+    </message>
+    <message>
+        <source>Save this picture</source>
+        <translation>この画像を保存</translation>
     </message>
 </context>
 </TS>

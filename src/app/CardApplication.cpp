@@ -51,6 +51,13 @@ CardApplication::CardApplication(QApplication& application)
     QApplication::setWindowIcon(QIcon(u":/images/cardreel.svg"_s));
     InterfaceThread::open();
     connect(&m_synchronizedPlay, &SynchronizedPlay::newWindowRequested, this, [this] { openWindow(); });
+    // The desktop, which is about to close everything, must not wait for an answer that nobody gives.
+    connect(&application, &QGuiApplication::commitDataRequest, this, [this] {
+        for (const QPointer<MainWindow>& window : m_windows) {
+            if (window)
+                window->jobs().stopAsking();
+        }
+    });
 }
 
 CardApplication::~CardApplication()
@@ -79,6 +86,7 @@ MainWindow* CardApplication::makeWindow()
     connect(window, &MainWindow::openRequested, this, [this, window] { askForCard(window); });
     connect(window, &MainWindow::cardDropped, this, [this, window](const QString& path) { openCard(path, window); });
     connect(window, &MainWindow::newWindowRequested, this, [this] { openWindow(); });
+    connect(window, &MainWindow::quitRequested, this, &CardApplication::quit);
     SynchronizedPlay* play = &m_synchronizedPlay;
     connect(window, &MainWindow::leadRequested, play, [=](bool leading) { play->setLeading(window, leading); });
     connect(window, &MainWindow::didBecomeKey, play, [=] { play->windowDidBecomeKey(window); });
@@ -120,6 +128,28 @@ void CardApplication::openCard(const QString& givenPath, MainWindow* preferred)
     window->show();
     if (window->openCard(path))
         remember(path);
+}
+
+void CardApplication::quit()
+{
+    std::vector<MainWindow*> busy;
+    for (const QPointer<MainWindow>& window : m_windows) {
+        if (window && window->jobs().isToBeAsked())
+            busy.push_back(window);
+    }
+    if (busy.empty())
+        return QApplication::closeAllWindows();
+    if (m_question && m_question->isVisible())
+        return m_question->activateWindow();
+    MainWindow* front = busy.front();
+    front->raise();
+    m_question = front->jobs().askBelow(*front, static_cast<int>(busy.size()), tr("&Stop and Quit"), [this] {
+        for (const QPointer<MainWindow>& window : m_windows) {
+            if (window)
+                window->jobs().stop();
+        }
+        QApplication::closeAllWindows();
+    });
 }
 
 void CardApplication::askForCard(MainWindow* window)

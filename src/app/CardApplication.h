@@ -11,6 +11,7 @@
 #include <vector>
 
 class QApplication;
+class QMessageBox;
 
 namespace cardreel {
 
@@ -40,10 +41,13 @@ private:
     void refuse(const QString& path, MainWindow* window);
     void remember(const QString& path);
     void fillRecentMenu(MainWindow* window);
+    /// Closes all windows; asks first, once, when jobs are running.
+    void quit();
 
     Theme m_theme;
     SynchronizedPlay m_synchronizedPlay;
     std::vector<QPointer<MainWindow>> m_windows;
+    QPointer<QMessageBox> m_question; ///< whether running jobs are stopped
 };
 
 /// Installs the translations for the user's language and registers the default settings. For a program's start, with a

@@ -30,6 +30,7 @@
 #include <QVBoxLayout>
 
 #include <numeric>
+#include <utility>
 
 using namespace Qt::StringLiterals;
 
@@ -111,7 +112,8 @@ MainWindow::MainWindow()
     });
     connect(&m_controller, &MediaLibrary::parseDidFinish, m_progress, &QLabel::clear);
     connect(&m_cardWatch, &CardWatch::removed, this, &MainWindow::cardIsGone);
-    connect(&m_cardWatch, &CardWatch::returned, this, &MainWindow::openCard);
+    connect(&m_cardWatch, &CardWatch::returned, this, &MainWindow::cardReturned);
+    connect(&m_jobs, &CardJobs::didEnd, this, &MainWindow::jobsDidEnd);
 }
 
 MainWindow::~MainWindow()
@@ -122,6 +124,8 @@ MainWindow::~MainWindow()
 
 bool MainWindow::openCard(const QString& rootPath)
 {
+    if (!m_controller.canReloadMedia())
+        return false;
     emptyPanes();
     m_progress->clear();
     m_pages->setCurrentIndex(1);
@@ -159,10 +163,27 @@ void MainWindow::emptyPanes()
 
 void MainWindow::cardIsGone()
 {
+    m_returnedCard.clear();
     m_controller.cancelParse();
     m_progress->clear();
     emptyPanes();
     m_frontPane->setMessage(tr("The card has been removed. Put it back to go on."));
+}
+
+void MainWindow::cardReturned(const QString& rootPath)
+{
+    if (m_jobs.isActive())
+        m_returnedCard = rootPath;
+    else
+        openCard(rootPath);
+}
+
+void MainWindow::jobsDidEnd()
+{
+    if (!m_returnedCard.isEmpty())
+        openCard(std::exchange(m_returnedCard, {}));
+    else if (!files::isFolder(cardPath()))
+        m_controller.cancelParse(); // the card was pulled meanwhile
 }
 
 void MainWindow::showRearCamera(ZoomPlayerSplitViewController::Animation animation)
@@ -287,11 +308,18 @@ void MainWindow::saveLayout()
 
 void MainWindow::closeEvent(QCloseEvent* event)
 {
+    if (m_jobs.isToBeAsked()) {
+        event->ignore();
+        m_jobs.askToStop([this] { close(); });
+        return;
+    }
     // In full screen the layout was saved when that began.
     if (!m_fullScreen->isOn())
         saveLayout();
     QMainWindow::closeEvent(event);
     m_controller.dispose();
+    m_returnedCard.clear();
+    m_jobs.stop();
     Q_EMIT didClose();
 }
 

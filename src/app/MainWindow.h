@@ -2,6 +2,7 @@
 
 #include "app/CardWatch.h"
 #include "app/SynchronizedPlay.h"
+#include "app/export/CardJobs.h"
 #include "app/settings/RecorderSettings.h"
 #include "playback/MediaController.h"
 #include "playback/ZoomPlayerSplitViewController.h"
@@ -45,8 +46,11 @@ public:
     /// The card shown; empty when there is none.
     const QString& cardPath() const { return m_controller.rootPath(); }
     /// Reads a folder that CardLayout::mediaIsAvailable() and chooses its first recording. Whether there was anything
-    /// on it.
+    /// on it. False, with nothing changed, while an export or backup is under way.
     bool openCard(const QString& rootPath);
+
+    /// Its exports and backups.
+    CardJobs& jobs() { return m_jobs; }
 
     /// The submenu of cards opened before; CardApplication fills it.
     QMenu* recentMenu() const { return m_recentMenu; }
@@ -66,6 +70,7 @@ Q_SIGNALS:
     /// ... by dropping a folder.
     void cardDropped(const QString& path);
     void newWindowRequested();
+    void quitRequested();
     /// The user switched the lead of other windows.
     void leadRequested(bool leading);
     /// The keyboard came to this window or its dialogs, or left them.
@@ -107,6 +112,8 @@ private:
     void setVolume(double volume);
     void paneDidMute(bool muted);
     void cardIsGone();
+    void cardReturned(const QString& rootPath);
+    void jobsDidEnd();
     void saveLayout();
 
     MediaController m_controller;
@@ -137,11 +144,14 @@ private:
     QLabel* m_progress = nullptr;
     QSet<const DCFInfo*> m_parsed; ///< the recordings of this card that the background parse reported
     QElapsedTimer m_progressShown;
-    CardWatch m_cardWatch;
+    CardWatch m_cardWatch{this};
     double m_volume = 1;
     bool m_isMuted = false;    ///< by the user
     bool m_isSilenced = false; ///< because another window is in front
-    RecorderSettings m_recorderSettings{*this}; ///< the last: gone before what it lies over
+    QString m_returnedCard;    ///< waits for the end of an export or backup
+    // The last: gone before what they lie over.
+    RecorderSettings m_recorderSettings{*this};
+    CardJobs m_jobs{m_controller, *this};
 };
 
 } // namespace cardreel

@@ -15,6 +15,7 @@
 #include "app/TransportBar.h"
 #include "app/VideoSplitter.h"
 #include "app/WindowKeys.h"
+#include "app/export/CapturePanel.h"
 #include "media/PictureInfo.h"
 #include "platform/settings/UserDefaults.h"
 #include "playback/ZoomPlayerSplitViewController.h"
@@ -66,6 +67,18 @@ QVBoxLayout* makeColumn(QWidget* widget)
     return column;
 }
 
+/// Does what the action does, when that can be done.
+QPushButton* makeToolButton(const QString& text, QAction* action)
+{
+    auto* button = new QPushButton(text);
+    button->setToolTip(action->toolTip());
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setEnabled(action->isEnabled());
+    QObject::connect(button, &QPushButton::clicked, action, &QAction::trigger);
+    QObject::connect(action, &QAction::enabledChanged, button, &QPushButton::setEnabled);
+    return button;
+}
+
 } // namespace
 
 QWidget* MainWindow::makeToolRow()
@@ -81,6 +94,8 @@ QWidget* MainWindow::makeToolRow()
     layout->addWidget(m_chip);
     layout->addWidget(m_leadButton);
     layout->addStretch(1);
+    layout->addWidget(makeToolButton(tr("Export route…"), m_jobs.exportAction()));
+    layout->addWidget(makeToolButton(tr("Back up…"), m_jobs.backUpAction()));
     auto* settings = new QPushButton(tr("Recorder settings…"));
     settings->setFocusPolicy(Qt::TabFocus);
     connect(settings, &QPushButton::clicked, this, &MainWindow::editRecorderSettings);
@@ -203,6 +218,7 @@ void MainWindow::connectPanes()
     connect(m_panel, &LibraryPanel::pictureChosen, &m_controller, [this](const std::shared_ptr<PictureInfo>& picture) {
         m_controller.updateCurrentDCF(picture->parentDCFInfo.lock(), true, picture);
     });
+    new CapturePanel(m_controller, *m_map, {m_frontPane, m_rearPane}, *this);
     connect(m_frontPane, &ZoomPlayerViewController::muteDidChange, this, &MainWindow::paneDidMute);
     for (ZoomPlayerViewController* pane : m_panes->playerVCs()) {
         connect(pane, &ZoomPlayerViewController::tripleTapDetected, m_fullScreen, &FullScreenMode::toggle);
@@ -243,8 +259,11 @@ void MainWindow::makeMenus()
     file->addAction(tr("&Open…"), QKeySequence::Open, this, &MainWindow::openRequested);
     m_recentMenu = file->addMenu(tr("Open &Recent"));
     file->addSeparator();
-    file->addAction(tr("&Close Window"), QKeySequence::Close, this, &QWidget::close);
-    file->addAction(tr("&Quit"), QKeySequence::Quit, qApp, &QApplication::closeAllWindows);
+    file->addActions({m_jobs.exportAction(), m_jobs.backUpAction()});
+    file->addSeparator();
+    QAction* close = file->addAction(tr("&Close Window"), QKeySequence::Close, this, &QWidget::close);
+    QAction* quit = file->addAction(tr("&Quit"), QKeySequence::Quit, this, &MainWindow::quitRequested);
+    m_jobs.setKeysOfSheet({close, quit});
 
     QMenu* view = menuBar()->addMenu(tr("&View"));
     using Tab = LibraryPanel::Tab;

@@ -58,6 +58,9 @@ void PlaybackActions::fillPlaybackMenu(QMenu& menu)
     add(menu, tr("Pre&vious Recording"), {Qt::Key_PageUp}, [this] { m_panel.selectPrevious(); });
     add(menu, tr("&Next Recording"), {Qt::Key_PageDown}, [this] { m_panel.selectNext(); });
     menu.addSeparator();
+    add(menu, tr("&Capture Picture…"), {Qt::Key_C}, [this] { paneInHand().snapButton()->trigger(); })
+        ->setAutoRepeat(false);
+    menu.addSeparator();
     add(menu, tr("L&ouder"), {Qt::CTRL | Qt::Key_Up}, [this] { Q_EMIT volumeStepRequested(volumeStep); });
     add(menu, tr("&Quieter"), {Qt::CTRL | Qt::Key_Down}, [this] { Q_EMIT volumeStepRequested(-volumeStep); });
     add(menu, tr("M&ute"), {Qt::Key_M}, [this] { Q_EMIT muteRequested(); })->setAutoRepeat(false);

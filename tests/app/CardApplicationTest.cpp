@@ -1,7 +1,7 @@
 #include "app/CardApplication.h"
 
-#include "WindowParts.h"
 #include "app/LeadButton.h"
+#include "export/JobParts.h"
 #include "platform/settings/UserDefaults.h"
 #include "playback/MediaControllerManager.h"
 #include "playback/OptionPopover.h"
@@ -235,6 +235,43 @@ private Q_SLOTS:
         }
         QVERIFY(shown<MainWindow>().isEmpty());
         QVERIFY(BackgroundQueue::waitForDone(0));
+    }
+
+    void quittingAsksOnce()
+    {
+        CardBuilder disk(u"disk"_s);
+        const QString folder = disk.folder(u"backups"_s);
+        {
+            CardApplication application(*qApp);
+            application.openAtStart({m_card->root(), m_other->root()});
+            const QList<MainWindow*> windows = shown<MainWindow>();
+            QCOMPARE(windows.size(), 2);
+            for (MainWindow* window : windows)
+                beginBackUp(window, folder);
+            QAction* quit = actionNamed(windows[0], MainWindow::tr("&Quit"));
+            quit->trigger();
+            actionNamed(windows[1], MainWindow::tr("&Quit"))->trigger();
+            QCOMPARE(shown<QMessageBox>().size(), 1);
+            MainWindow* asking = shownBy<QMessageBox>(windows[0]) ? windows[0] : windows[1];
+            answer(asking, QMessageBox::RejectRole);
+            QVERIFY(windows[0]->jobs().isJobRunning() && windows[1]->jobs().isJobRunning());
+            quit->trigger();
+            answer(asking, QMessageBox::DestructiveRole);
+            QVERIFY(shown<MainWindow>().isEmpty() && shown<QMessageBox>().isEmpty());
+        }
+        QVERIFY(QDir(folder).isEmpty()); // the end has waited for that
+    }
+
+    void theSessionsEndIsNotHeldUp()
+    {
+        CardBuilder disk(u"disk"_s);
+        CardApplication application(*qApp);
+        application.openAtStart({m_card->root()});
+        MainWindow* window = shown<MainWindow>().value(0);
+        beginBackUp(window, disk.folder(u"backups"_s));
+        window->jobs().stopAsking();
+        actionNamed(window, MainWindow::tr("&Quit"))->trigger();
+        QVERIFY(shown<MainWindow>().isEmpty());
     }
 
 private:
