@@ -7,6 +7,7 @@
 #include "platform/InterfaceThread.h"
 #include "platform/files/FileSteps.h"
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 
 #include <QSet>
 #include <QStringList>

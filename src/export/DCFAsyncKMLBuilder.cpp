@@ -10,6 +10,7 @@
 #include "platform/BackgroundQueue.h"
 #include "platform/InterfaceThread.h"
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 #include "platform/text/Localization.h"
 #include "telemetry/NMEAData.h"
 

@@ -19,13 +19,6 @@ namespace cardreel {
 
 namespace {
 
-/// In lower case, without the dot.
-QString extensionOf(const QString& path)
-{
-    const QString name = files::nameOf(path);
-    return name.sliced(files::stemOf(path).size()).mid(1).toLower();
-}
-
 std::optional<FileError> write(const QByteArray& bytes, const QString& path, FileSteps* given)
 {
     if (bytes.isEmpty())
@@ -81,7 +74,7 @@ std::optional<FileError> ImageCapture::writeFileWithCaptureImage(const QImage& i
                                                                  const std::optional<CustomLocation>& location,
                                                                  const QString& path, FileSteps* steps)
 {
-    const QString extension = extensionOf(path);
+    const QString extension = files::extensionOf(path);
     if (extension == u"jpg" || extension == u"jpeg")
         return writeJPEGFileWithCaptureImage(image, location, path, steps);
     if (extension == u"png")

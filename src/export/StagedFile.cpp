@@ -5,9 +5,7 @@
 #include <QRandomGenerator>
 
 #include <cerrno>
-#include <cstdlib>
 #include <cstring>
-#include <memory>
 
 using namespace Qt::StringLiterals;
 
@@ -90,19 +88,6 @@ bool StagedFile::commit(QString& error)
     if (!m_committed)
         error = systemsReason();
     return m_committed;
-}
-
-bool wouldLieWithin(const QString& filePath, const QString& folder)
-{
-    const QByteArray parent = files::nativePath(files::folderOf(files::absolutePath(filePath)) + u'/');
-    const std::unique_ptr<char, decltype(&std::free)> real(realpath(parent.constData(), nullptr), &std::free);
-    if (!real)
-        return false;
-    for (QString path = files::fromNativePath(real.get()); !path.isEmpty(); path = files::folderOf(path)) {
-        if (files::isSameFile(path, folder))
-            return true;
-    }
-    return files::isSameFile(u"/"_s, folder);
 }
 
 } // namespace cardreel

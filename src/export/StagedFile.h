@@ -38,7 +38,4 @@ private:
     bool m_committed = false;
 };
 
-/// Whether the file would be made in the folder or below it, links followed.
-bool wouldLieWithin(const QString& filePath, const QString& folder);
-
 } // namespace cardreel

@@ -3,10 +3,10 @@
 #include "app/cli/Commands.h"
 #include "app/cli/Interrupts.h"
 #include "export/ImageCapture.h"
-#include "export/StagedFile.h"
 #include "media/CustomPointAnnotation.h"
 #include "media/DCFInfo.h"
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 #include "platform/video/FrameGenerator.h"
 #include "telemetry/FixLookup.h"
 #include "telemetry/NMEAData.h"
@@ -25,13 +25,6 @@ namespace {
 QString translated(const char* english)
 {
     return QCoreApplication::translate("CommandLine", english);
-}
-
-bool isPictureName(const QString& path)
-{
-    const QString name = files::nameOf(path);
-    const QString extension = name.sliced(files::stemOf(path).size()).mid(1).toLower();
-    return ImageCapture::fileTypes().contains(extension);
 }
 
 /// Seconds from 0 on, in the notation of every locale; nothing for anything else.
@@ -113,7 +106,7 @@ int captureFrame(const Options& options)
     const std::optional<double> seconds = secondsFrom(*options.at);
     if (!seconds)
         return wrongUsage(u"--at takes seconds from 0 on, not %1"_s.arg(files::displayPath(*options.at)));
-    if (!isPictureName(*options.out))
+    if (!ImageCapture::fileTypes().contains(files::extensionOf(*options.out)))
         return wrongUsage(u"capture writes files named .jpg, .jpeg or .png"_s);
     Interrupts::endProgram();
     MediaLibrary library;

@@ -5,11 +5,11 @@
 #include "app/export/TargetPlace.h"
 #include "export/ExportDates.h"
 #include "export/ImageCapture.h"
-#include "export/StagedFile.h"
 #include "media/CustomPointAnnotation.h"
 #include "platform/BackgroundQueue.h"
 #include "platform/InterfaceThread.h"
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 #include "platform/settings/UserDefaults.h"
 #include "playback/MediaController.h"
 #include "playback/OptionPopover.h"
@@ -82,8 +82,7 @@ CapturePanel::CapturePanel(MediaController& controller, const MapPane& map, cons
 
 QString CapturePanel::withPictureExtension(const QString& path, const QString& extension)
 {
-    const QString present = files::nameOf(path).sliced(files::stemOf(path).size()).mid(1).toLower();
-    return ImageCapture::fileTypes().contains(present) ? path : path + u'.' + extension;
+    return ImageCapture::fileTypes().contains(files::extensionOf(path)) ? path : path + u'.' + extension;
 }
 
 void CapturePanel::begin(ZoomPlayerViewController* pane, const ZoomPlayerViewController::SnapRequest& request)

@@ -1,8 +1,7 @@
 #include "app/export/TargetPlace.h"
 
-#include "export/StagedFile.h"
-#include "platform/files/FileCopy.h"
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 
 #include <QCoreApplication>
 #include <QDir>

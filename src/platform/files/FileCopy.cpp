@@ -10,8 +10,6 @@
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
-#include <filesystem>
-#include <system_error>
 #include <unistd.h>
 #include <utility>
 #include <vector>
@@ -242,26 +240,6 @@ std::optional<FileError> Copy::compare()
     }
 }
 
-std::filesystem::path resolved(const QString& path)
-{
-    const std::filesystem::path absolute = files::nativePath(files::absolutePath(path)).toStdString();
-    std::error_code ignored;
-    const std::filesystem::path result = std::filesystem::weakly_canonical(absolute, ignored);
-    return result.empty() ? absolute : result;
-}
-
-/// A card may be mounted at two places: the same folder then, by another path.
-bool isIn(const std::filesystem::path& inner, const std::filesystem::path& outer)
-{
-    for (std::filesystem::path path = inner;; path = path.parent_path()) {
-        std::error_code ignored;
-        if (path == outer || std::filesystem::equivalent(path, outer, ignored))
-            return true;
-        if (path == path.root_path())
-            return false;
-    }
-}
-
 } // namespace
 
 QString FileError::text() const
@@ -287,18 +265,6 @@ std::optional<FileError> makeFolders(const QString& root, const QString& relativ
         }
     }
     return {};
-}
-
-QString resolvedPath(const QString& path)
-{
-    return files::fromNativePath(QByteArray::fromStdString(resolved(path).string()));
-}
-
-bool foldersOverlap(const QString& a, const QString& b)
-{
-    const std::filesystem::path first = resolved(a);
-    const std::filesystem::path second = resolved(b);
-    return isIn(first, second) || isIn(second, first);
 }
 
 } // namespace cardreel

@@ -44,10 +44,4 @@ std::optional<FileError> copyFile(const QString& source, const QString& target, 
 /// place is then on another disk. A folder that exists is no error.
 std::optional<FileError> makeFolders(const QString& root, const QString& relative);
 
-/// Where a path really leads, links followed; what isn't there yet is taken as it stands.
-QString resolvedPath(const QString& path);
-
-/// Whether one is, or lies somewhere in, the other, whatever paths lead there. They need not be there.
-bool foldersOverlap(const QString& a, const QString& b);
-
 } // namespace cardreel

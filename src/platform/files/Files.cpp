@@ -287,6 +287,11 @@ QString stemOf(const QString& path)
     return dot <= 0 ? name : name.first(dot);
 }
 
+QString extensionOf(const QString& path)
+{
+    return nameOf(path).sliced(stemOf(path).size()).mid(1).toLower();
+}
+
 std::unique_ptr<QFile> openForReading(const QString& path, QString* error)
 {
     const auto fail = [error](int code) {

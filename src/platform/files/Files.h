@@ -66,6 +66,8 @@ QString folderOf(const QString& path);
 QString nameOf(const QString& path);
 /// The name without its last extension ("a.b.MP4" gives "a.b"; ".x" has no extension).
 QString stemOf(const QString& path);
+/// The rest of the name without its point, in lower case.
+QString extensionOf(const QString& path);
 
 /// Opens for reading, never blocking on a pipe or device; nothing unless it is a readable regular file. `error`, when
 /// given, receives the system's reason.

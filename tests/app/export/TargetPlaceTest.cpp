@@ -84,7 +84,7 @@ private Q_SLOTS:
         QTest::newRow("not writable itself") << u"locked"_s << u"is a folder"_s << locked;
         QTest::newRow("on the card") << u"to-card/new"_s << u"on the card"_s << u"within each other"_s;
         QTest::newRow("deep on the card") << u"to-card/NORMAL/new"_s << u"on the card"_s << u"within each other"_s;
-        QTest::newRow("the card") << u"to-card"_s << u"is a folder"_s << u"within each other"_s;
+        QTest::newRow("the card") << u"to-card"_s << u"on the card"_s << u"within each other"_s;
         QTest::newRow("around the card") << u"to-card-folder"_s << u"is a folder"_s << u"within each other"_s;
         QTest::newRow("a file") << u"file"_s << QString() << u"file of the name “file”"_s;
         QTest::newRow("a folder") << u"empty"_s << u"is a folder"_s << QString();
