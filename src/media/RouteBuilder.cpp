@@ -13,19 +13,6 @@ namespace {
 /// Recorders write a fix a second: after a longer silence the straight line to the next fix is a guess.
 constexpr std::chrono::seconds longestKnownStretch(10);
 
-/// The recording's telemetry, parsed by this thread, by another, or long ago.
-std::shared_ptr<const Telemetry> parsedTelemetry(const DCFInfo& dcf)
-{
-    // A parser that was cancelled may still be at it, where the card was before it came back under another path.
-    dcf.nmea->waitUntilParsed();
-    // What held nothing is read again: perhaps it was not there at the time.
-    if (dcf.nmea->snapshot()->GOPs().empty()) {
-        dcf.nmea->setup();
-        dcf.nmea->waitUntilParsed();
-    }
-    return dcf.nmea->snapshot();
-}
-
 std::optional<Instant> firstDate(const Telemetry& telemetry)
 {
     if (telemetry.varidLocations().empty())
@@ -91,9 +78,9 @@ private:
 std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFList& dcfs, size_t AtIndex)
 {
     const DCFInfo& dcf = *dcfs[AtIndex];
-    std::shared_ptr<const Telemetry> own = parsedTelemetry(dcf);
+    std::shared_ptr<const Telemetry> own = dcf.nmea->parsedSnapshot();
     if (AtIndex > 0) {
-        const std::shared_ptr<const Telemetry> before = parsedTelemetry(*dcfs[AtIndex - 1]);
+        const std::shared_ptr<const Telemetry> before = dcfs[AtIndex - 1]->nmea->parsedSnapshot();
         if (continues(*before, *own)) {
             dcf.nmea->carryOver(before->lastValidSpeedLocation(), before->lastValidHeadingLocation());
             own = dcf.nmea->snapshot();
@@ -104,7 +91,7 @@ std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFLi
     for (const CustomLocation& location : own->varidLocations())
         line.add(location);
     if (!line.empty() && AtIndex + 1 < dcfs.size()) {
-        const std::shared_ptr<const Telemetry> next = parsedTelemetry(*dcfs[AtIndex + 1]);
+        const std::shared_ptr<const Telemetry> next = dcfs[AtIndex + 1]->nmea->parsedSnapshot();
         if (continues(*own, *next))
             line.add(next->varidLocations().front());
     }
@@ -115,7 +102,7 @@ std::shared_ptr<CustomMapPolyline> RouteBuilder::polylineForDCFInfos(const DCFLi
 
 std::shared_ptr<CustomPointAnnotation> RouteBuilder::annotationForDCFInfo(const std::shared_ptr<DCFInfo>& dcf)
 {
-    const std::shared_ptr<const Telemetry> telemetry = parsedTelemetry(*dcf);
+    const std::shared_ptr<const Telemetry> telemetry = dcf->nmea->parsedSnapshot();
     for (const CustomLocation& location : telemetry->varidLocations()) {
         if (!location.isValid())
             continue;

@@ -133,6 +133,17 @@ void NMEAData::setup()
     m_parseEnded.notify_all();
 }
 
+std::shared_ptr<const Telemetry> NMEAData::parsedSnapshot()
+{
+    // A parser that was cancelled may still be at it, where the card was before it came back under another path.
+    waitUntilParsed();
+    if (snapshot()->GOPs().empty()) {
+        setup();
+        waitUntilParsed();
+    }
+    return snapshot();
+}
+
 void NMEAData::update(const std::function<std::shared_ptr<const Telemetry>(const Telemetry&)>& change)
 {
     for (;;) {

@@ -41,6 +41,10 @@ public:
     /// Waits for the parse that another thread is at; returns at once when there is none. Not for the interface thread.
     void waitUntilParsed() const;
 
+    /// What the file holds, parsed by this thread, by another, or long ago; never null. What held nothing is read
+    /// again: perhaps it was not there at the time. Not for the interface thread.
+    std::shared_ptr<const Telemetry> parsedSnapshot();
+
     /// What is known now; never null. Empty lists before the first parse. Keep the pointer for as long as anything
     /// taken from it is looked at: another thread may publish the next one at any moment.
     std::shared_ptr<const Telemetry> snapshot() const;

@@ -21,6 +21,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 using Code = FileError::Code;
+using Step = FailingDevice::Step;
 
 /// Larger than what is copied at once through a buffer, and not a multiple of it.
 QByteArray manyBytes()
@@ -47,7 +48,7 @@ public:
     std::function<void()> meddle;
     bool spoilsWriting = false;
 
-    MeddledDevice() { copiesRanges = false; }
+    MeddledDevice() { failsFrom[Step::CopyRange] = 1; }
     ssize_t write(int file, const char* bytes, size_t count) override
     {
         if (const auto call = std::exchange(meddle, {}))
@@ -77,23 +78,23 @@ private Q_SLOTS:
     void theCopyIsTheSame_data()
     {
         QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<bool>("copiesRanges");
-        for (const bool ranges : {true, false}) {
-            const char* how = ranges ? "in ranges" : "by buffer";
-            QTest::addRow("empty, %s", how) << QByteArray("") << ranges;
-            QTest::addRow("a buffer, %s", how) << manyBytes().first(1 << 20) << ranges;
-            QTest::addRow("many, %s", how) << manyBytes() << ranges;
+        QTest::addColumn<int>("rangesFailFrom");
+        for (const int from : {100, 3, 1}) {
+            const char* how = from == 1 ? "by buffer" : from == 3 ? "half in ranges" : "in ranges";
+            QTest::addRow("empty, %s", how) << QByteArray("") << from;
+            QTest::addRow("a buffer, %s", how) << manyBytes().first(1 << 20) << from;
+            QTest::addRow("many, %s", how) << manyBytes() << from;
         }
     }
     void theCopyIsTheSame()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(bool, copiesRanges);
+        QFETCH(int, rangesFailFrom);
         m_source = m_card->file(u"source"_s, bytes);
         const struct timespec times[] = {{1'700'000'000, 1}, {1'749'902'400, 123'456'789}};
         QVERIFY(utimensat(AT_FDCWD, qPrintable(m_source), times, 0) == 0 && chmod(qPrintable(m_source), 0444) == 0);
         FailingDevice device;
-        device.copiesRanges = copiesRanges;
+        device.failsFrom[Step::CopyRange] = rangesFailFrom;
         const auto error = copyFile(m_source, m_target, device, ReadBack::Compare);
         QVERIFY2(!error, error ? qPrintable(error->text()) : "");
         QCOMPARE(bytesOf(m_target), bytes);
@@ -122,6 +123,14 @@ private Q_SLOTS:
         row("full", Code::CannotWrite, [](FileCopyTest& t) { t.m_device.room = 2'000'000; });
         row("shrinks", Code::Changed,
             [](FileCopyTest& t) { t.m_device.meddle = [&t] { QFile::resize(t.m_source, 1'500'000); }; });
+        row("grows", Code::Changed,
+            [](FileCopyTest& t) { t.m_device.meddle = [&t] { QVERIFY(QFile::resize(t.m_source, 4'000'000)); }; });
+        const auto fails = [&row](const char* what, Step step) {
+            row(what, Code::CannotWrite, [step](FileCopyTest& t) { t.m_device.failsFrom[step] = 1; });
+        };
+        fails("doesn't reach the disk", Step::Sync);
+        fails("can't be closed", Step::Close);
+        fails("can't be named", Step::RenameToNew);
         row("reads back otherwise", Code::Differs, [](FileCopyTest& t) { t.m_device.spoilsWriting = true; });
         row("appears meanwhile", Code::Exists,
             [](FileCopyTest& t) { t.m_device.meddle = [&t] { t.m_card->file(u"target/copy"_s, "mine"); }; });
@@ -142,14 +151,29 @@ private Q_SLOTS:
             QVERIFY(bytesOf(m_target) != manyBytes());
     }
 
+    void aCopyUnderWayIsHidden()
+    {
+        std::vector<QString> names;
+        m_device = MeddledDevice();
+        m_device.meddle = [&] { names = files::names(m_card->path(u"target"_s)); };
+        QVERIFY(!copyFile(m_source, m_target, m_device));
+        QVERIFY(names.size() == 1 && names[0].startsWith(u'.'));
+        QCOMPARE(files::names(m_card->path(u"target"_s)), std::vector{u"copy"_s});
+    }
+
     void foldersAreOnlyMadeWhereTheirRootIs()
     {
-        QVERIFY(!makeFolders(m_card->root(), u"target/a/b"_s));
-        QVERIFY(!makeFolders(m_card->root(), u"target/a/b"_s));
-        QVERIFY(files::isFolder(m_card->path(u"target/a/b"_s)));
+        QStringList made;
+        QVERIFY(!makeFolders(m_card->root(), u"target/a/b"_s, &made));
+        QVERIFY(!makeFolders(m_card->root(), u"target/a/b"_s, &made));
+        QCOMPARE(made, (QStringList{m_card->path(u"target/a"_s), m_card->path(u"target/a/b"_s)}));
+        QVERIFY(files::isFolder(made.last()));
         QVERIFY(makeFolders(m_card->path(u"pulled"_s), u"a"_s));
         QVERIFY(!files::exists(m_card->path(u"pulled"_s)));
         QVERIFY(makeFolders(m_card->root(), u"source/a"_s));
+        m_card->link(u"target/link"_s, files::nativePath(m_card->path(u"target/a"_s)));
+        QVERIFY(makeFolders(m_card->root(), u"target/link/c"_s));
+        QVERIFY(!files::exists(m_card->path(u"target/a/c"_s)));
     }
 
 private:

@@ -25,6 +25,7 @@ private Q_SLOTS:
 
     void startsEmpty();
     void readsGroups();
+    void readsAgainWhatWasNotThere();
     void countsGroups_data();
     void countsGroups();
     void lendsSpeedsForAWhileAndCoursesForEver();
@@ -116,6 +117,16 @@ void NMEADataTest::readsGroups()
     QVERIFY(groups[2].location().timestamp == Instant{1749888195000ms});
     QCOMPARE(groups[2].driveSupportInfos().front().QVDSAType, u"QVDSA_TYPE_UNKNOWN"_s);
     QVERIFY(groups[3].location() == CustomLocation::placeholder());
+}
+
+void NMEADataTest::readsAgainWhatWasNotThere()
+{
+    NMEAData nmea(m_folder->filePath(u"side.nmea"_s));
+    QVERIFY(nmea.parsedSnapshot()->GOPs().empty());
+    QFile file(write("$GSENS,1,2,3\n"));
+    QCOMPARE(nmea.parsedSnapshot()->motions().size(), 1U);
+    QVERIFY(file.remove());
+    QCOMPARE(nmea.parsedSnapshot()->motions().size(), 1U);
 }
 
 void NMEADataTest::countsGroups_data()

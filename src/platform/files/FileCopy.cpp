@@ -3,8 +3,6 @@
 #include "platform/files/FileSteps.h"
 #include "platform/files/Files.h"
 
-#include <QStringList>
-
 #include <sys/stat.h>
 
 #include <cerrno>
@@ -252,17 +250,24 @@ std::optional<FileError> copyFile(const QString& source, const QString& target, 
     return Copy(source, target, steps).run(readBack);
 }
 
-std::optional<FileError> makeFolders(const QString& root, const QString& relative)
+std::optional<FileError> makeFolders(const QString& root, const QString& relative, QStringList* made)
 {
     QString path = root;
     for (const QString& name : relative.split(u'/', Qt::SkipEmptyParts)) {
         path = files::join(path, name);
-        const int made = mkdir(files::nativePath(path).constData(), 0777);
+        const QByteArray native = files::nativePath(path);
+        const bool isNew = mkdir(native.constData(), 0777) == 0;
         const int reason = errno;
-        if (made != 0 && !files::isFolder(path)) {
+        struct stat there = {};
+        const bool isThere = !isNew && lstat(native.constData(), &there) == 0;
+        if (isThere && S_ISLNK(there.st_mode))
+            return FileError{Code::CannotWrite, path, FileError::tr("It is a link, which may lead to a card")};
+        if (!isNew && !(isThere && S_ISDIR(there.st_mode))) {
             errno = reason;
             return systemError(Code::CannotWrite, path);
         }
+        if (isNew && made)
+            *made << path;
     }
     return {};
 }

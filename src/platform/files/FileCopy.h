@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 
@@ -41,7 +42,8 @@ std::optional<FileError> copyFile(const QString& source, const QString& target, 
                                   ReadBack readBack = ReadBack::No);
 
 /// Makes `relative` with the folders above it in `root`, which has to be there: it may be a disk that was pulled, whose
-/// place is then on another disk. A folder that exists is no error.
-std::optional<FileError> makeFolders(const QString& root, const QString& relative);
+/// place is then on another disk. A folder that exists is no error. `made`, when given, receives those
+/// that weren't there, from above.
+std::optional<FileError> makeFolders(const QString& root, const QString& relative, QStringList* made = nullptr);
 
 } // namespace cardreel

@@ -134,7 +134,7 @@ int createTemporary(FileSteps& steps, const QByteArray& path, QByteArray& tempor
     const QByteArray folder = path.first(path.lastIndexOf('/') + 1);
     int file = -1;
     for (int i = 0; i < attempts && file < 0; ++i) {
-        temporary = folder + "cardreel-" + QByteArray::number(QRandomGenerator::global()->generate(), 16);
+        temporary = folder + ".cardreel-" + QByteArray::number(QRandomGenerator::global()->generate(), 16);
         file = steps.create(temporary);
         if (file < 0 && errno != EEXIST)
             break;

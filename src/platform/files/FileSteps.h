@@ -33,7 +33,7 @@ public:
     virtual int syncDisk(const QByteArray& folder);
 };
 
-/// A new file for what is to be `path`, beside it, under a name that no two programs come upon and that is no
+/// A new file for what is to be `path`, beside it, under a hidden name that no two programs come upon and that is no
 /// recording's; its descriptor, or -1. `temporary` receives its path.
 int createTemporary(FileSteps& steps, const QByteArray& path, QByteArray& temporary);
 
