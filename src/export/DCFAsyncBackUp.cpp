@@ -1,26 +1,20 @@
 #include "export/DCFAsyncBackUp.h"
 
+#include "export/BackUpCopier.h"
+#include "export/JobHandOver.h"
+#include "export/TargetClaim.h"
 #include "media/DCFInfo.h"
 #include "media/PictureInfo.h"
-#include "names/ConstClass.h"
 #include "platform/BackgroundQueue.h"
-#include "platform/InterfaceThread.h"
 #include "platform/files/FileSteps.h"
 #include "platform/files/Files.h"
 #include "platform/files/Places.h"
 
 #include <QSet>
-#include <QStringList>
 
-#include <algorithm>
-#include <cerrno>
-#include <cstring>
 #include <filesystem>
-#include <mutex>
 #include <system_error>
 #include <utility>
-
-using namespace Qt::StringLiterals;
 
 namespace cardreel {
 
@@ -29,147 +23,23 @@ namespace {
 using Code = FileError::Code;
 using Result = std::optional<FileError>;
 
-/// One item as it was when the job started: its record goes on living on the interface thread.
-struct Source
-{
-    QString rootPath;
-    QString deltaPath;
-    QString filePath;
-    QString secondaryFilePath;
-    QString infoFilePath;
-    std::shared_ptr<const DCFInfo> recording; ///< for infoFilePathWithRootPath() only, which reads what never changes
-};
-
-struct Copier
-{
-    QString target;
-    ReadBack readBack;
-    FileSteps& steps;
-};
-
-Source sourceOf(const DCFInfo& info)
-{
-    return {info.rootPath, info.deltaPath, info.filePath, info.secondaryFilePath, info.infoFilePath, nullptr};
-}
-
-Source sourceOf(const PictureInfo& picture)
-{
-    return {picture.rootPath, picture.deltaPath, picture.filePath, picture.secondaryFilePath, {}, nullptr};
-}
-
-Source sourceOf(const BackUpItem& item)
+BackUpSource sourceOf(const BackUpItem& item)
 {
     if (const auto* recording = std::get_if<std::shared_ptr<DCFInfo>>(&item)) {
-        Source result = sourceOf(**recording);
+        BackUpSource result(**recording);
         result.recording = *recording;
         return result;
     }
     if (const auto* picture = std::get_if<std::shared_ptr<PictureInfo>>(&item))
-        return sourceOf(**picture);
+        return BackUpSource(**picture);
     return {};
 }
 
-bool isNoSuchFile(const Result& error)
-{
-    return error && error->code == Code::NoSuchFile;
-}
-
-/// `relative` in the target folder; some layouts have folders that were not made beforehand.
-Result copyTo(const Copier& copier, const QString& source, const QString& relative)
-{
-    if (Result error = makeFolders(copier.target, files::folderOf(relative)))
-        return error;
-    return copyFile(source, files::join(copier.target, relative), copier.steps, copier.readBack);
-}
-
-Result copyRear(const Copier& copier, const Source& source)
-{
-    const QString folder = files::join(ConstClass::REG_ALTER_FOLDER_REAR, files::folderOf(source.deltaPath));
-    return copyTo(copier, source.secondaryFilePath, files::join(folder, files::nameOf(source.secondaryFilePath)));
-}
-
-/// Whatever of a recording isn't there is left out, the front video too. So a step follows a missing file, but none
-/// follows another error.
-Result copyRecording(const Copier& copier, const Source& source, const QString& infoTarget)
-{
-    Result error = copyTo(copier, source.filePath, source.deltaPath);
-    if (error && !isNoSuchFile(error))
-        return error;
-    error = copyFile(source.infoFilePath, infoTarget, copier.steps, copier.readBack);
-    if (error && !isNoSuchFile(error))
-        return error;
-    if (source.secondaryFilePath.isEmpty())
-        return {};
-    error = copyRear(copier, source);
-    return isNoSuchFile(error) ? Result() : error;
-}
-
-Result copyPicture(const Copier& copier, const Source& source)
-{
-    Result error = copyTo(copier, source.filePath, source.deltaPath);
-    if (source.secondaryFilePath.isEmpty() || (error && !isNoSuchFile(error)))
-        return error;
-    error = copyRear(copier, source);
-    return isNoSuchFile(error) ? Result() : error;
-}
-
-/// A card that was pulled looks like one whose files are all missing, which is no error of any single file.
-Result checkCard(const Source& source)
-{
-    if (!files::names(source.rootPath).empty())
-        return {};
-    return FileError{Code::CannotRead, source.rootPath, FileError::tr("The card is gone")};
-}
-
-Result copyItem(const Copier& copier, const Source& source)
-{
-    if (source.filePath.isEmpty())
-        return {};
-    Result error = source.recording
-                       ? copyRecording(copier, source, source.recording->infoFilePathWithRootPath(copier.target))
-                       : copyPicture(copier, source);
-    return error ? error : checkCard(source);
-}
-
-Result makeLayout(const QString& target)
-{
-    using C = ConstClass;
-    const QStringList kinds = {C::REG_LM90_FOLDER_NORMAL, C::REG_LM90_FOLDER_MANUAL, C::REG_LM90_FOLDER_EVENT,
-                               C::REG_LM90_FOLDER_PARKING};
-    QStringList folders = kinds;
-    folders << C::REG_LM90_FOLDER_PICTURE << C::REG_ALTER_FOLDER_REAR << C::REG_LM90_FOLDER_SYSTEM;
-    for (const QString& kind : kinds)
-        folders << files::join(C::REG_LM90_FOLDER_SYSTEM + u"/NMEA"_s, kind);
-    for (const QString& kind : kinds)
-        folders << files::join(C::REG_ALTER_FOLDER_REAR, kind);
-    folders << files::join(C::REG_ALTER_FOLDER_REAR, C::REG_LM90_FOLDER_PICTURE);
-
-    Result error = makeFolders(u"/"_s, target);
-    for (const QString& folder : folders) {
-        Result made = makeFolders(target, folder);
-        if (!error)
-            error = std::move(made);
-    }
-    return error;
-}
-
-} // namespace
-
-struct DCFAsyncBackUp::Job
-{
-    QString target;
-    std::vector<Source> sources;
-    ReadBack readBack;
-    FileSteps* given; ///< nothing: the system's own
-};
-
-namespace {
-
 /// Nothing may be made, nor removed afterwards, where the cards themselves are.
-Result checkPlace(const QString& target, const std::vector<Source>& sources)
+Result checkPlace(const QString& target, const std::vector<BackUpSource>& sources)
 {
     QSet<QString> roots;
-    for (const Source& source : sources) {
+    for (const BackUpSource& source : sources) {
         if (!source.filePath.isEmpty())
             roots.insert(source.rootPath);
     }
@@ -180,68 +50,37 @@ Result checkPlace(const QString& target, const std::vector<Source>& sources)
     return {};
 }
 
-/// A folder that a job of this process fills or removes, for as long as it does: what one job removes must not be what
-/// another one writes.
-class TargetClaim
+/// All items; stops at the first error, and between items when cancelled.
+Result copyAll(const JobHandOver<DCFAsyncBackUp>& job, BackUpCopier& copier, const std::vector<BackUpSource>& sources)
 {
-public:
-    explicit TargetClaim(const QString& target)
-        : m_target(target)
-    {
-        Claims& claims = all();
-        const std::scoped_lock lock(claims.mutex);
-        m_isHeld = std::none_of(claims.targets.begin(), claims.targets.end(),
-                                [&](const QString& other) { return foldersOverlap(target, other); });
-        if (m_isHeld)
-            claims.targets.insert(target);
+    const auto count = static_cast<float>(sources.size());
+    for (size_t i = 0; i < sources.size(); ++i) {
+        const QString& path = sources[i].filePath;
+        if (job.isCancelled() ||
+            !job.tell([&](DCFAsyncBackUp& self) { self.willStartProgressBlock(static_cast<float>(i) / count, path); }))
+            return {};
+        if (Result error = copier.copy(sources[i]))
+            return error;
+        job.tell([&](DCFAsyncBackUp& self) { self.didFinishProgressBlock(static_cast<float>(i + 1) / count, path); });
     }
-    ~TargetClaim() { release(); }
-    TargetClaim(const TargetClaim&) = delete;
-    TargetClaim& operator=(const TargetClaim&) = delete;
-
-    bool isHeld() const { return m_isHeld; }
-    void release()
-    {
-        if (!std::exchange(m_isHeld, false))
-            return;
-        Claims& claims = all();
-        const std::scoped_lock lock(claims.mutex);
-        claims.targets.remove(m_target);
-    }
-
-private:
-    struct Claims
-    {
-        std::mutex mutex;
-        QSet<QString> targets;
-    };
-    static Claims& all()
-    {
-        static Claims claims;
-        return claims;
-    }
-
-    QString m_target;
-    bool m_isHeld = false;
-};
-
-Result syncDisk(const Copier& copier)
-{
-    if (copier.steps.syncDisk(files::nativePath(copier.target)) == 0)
-        return {};
-    return FileError{Code::CannotWrite, copier.target, QString::fromLocal8Bit(std::strerror(errno))};
+    return {};
 }
 
 } // namespace
 
+struct DCFAsyncBackUp::Job
+{
+    QString target;
+    std::vector<BackUpSource> sources;
+    ReadBack readBack;
+    FileSteps* given; ///< nothing: the system's own
+};
+
 DCFAsyncBackUp::DCFAsyncBackUp(ReadBack readBack, FileSteps* steps)
     : m_readBack(readBack)
     , m_steps(steps)
-    , m_ownSteps(steps ? nullptr : std::make_unique<FileSteps>())
 {
 }
-
-DCFAsyncBackUp::~DCFAsyncBackUp() = default;
 
 void DCFAsyncBackUp::backUpAsync(const BackUpList& infos, const QString& targetRootDirPath, ProgressBlock startProgress,
                                  ProgressBlock finishProgress, DidFinishBlock didFinish)
@@ -259,110 +98,70 @@ void DCFAsyncBackUp::backUpAsync(const BackUpList& infos, const QString& targetR
     BackgroundQueue::start([backUp = weak_from_this(), job = std::move(job)] { run(backUp, job); });
 }
 
-namespace {
-
-/// The job on its thread. While it copies or waits it doesn't hold the object, which may be dropped at any time.
-class Worker
-{
-public:
-    using Call = std::function<void(DCFAsyncBackUp&)>;
-
-    explicit Worker(std::weak_ptr<DCFAsyncBackUp> backUp)
-        : m_backUp(std::move(backUp))
-    {
-    }
-
-    bool isCancelled() const
-    {
-        const std::shared_ptr<DCFAsyncBackUp> self = m_backUp.lock();
-        return !self || self->cancelFlag;
-    }
-
-    /// False when the job was cancelled before `call`, or nobody listens any more.
-    bool tell(const Call& call) const
-    {
-        bool told = false;
-        InterfaceThread::callAndWait([&] {
-            const std::shared_ptr<DCFAsyncBackUp> self = m_backUp.lock();
-            told = self && !self->cancelFlag;
-            if (told)
-                call(*self);
-        });
-        return told;
-    }
-
-    /// All items; stops at the first error, and between items when cancelled.
-    Result copyAll(const Copier& copier, const std::vector<Source>& sources) const
-    {
-        const auto count = static_cast<float>(sources.size());
-        for (size_t i = 0; i < sources.size(); ++i) {
-            const QString& path = sources[i].filePath;
-            if (isCancelled() ||
-                !tell([&](DCFAsyncBackUp& self) { self.willStartProgressBlock(static_cast<float>(i) / count, path); }))
-                return {};
-            if (Result error = copyItem(copier, sources[i]))
-                return error;
-            tell([&](DCFAsyncBackUp& self) { self.didFinishProgressBlock(static_cast<float>(i + 1) / count, path); });
-        }
-        return {};
-    }
-
-    /// The folder is free for the next job before anybody hears of the end.
-    bool tellFinish(const Result& error, TargetClaim& claim) const
-    {
-        return tell([&](DCFAsyncBackUp& self) {
-            claim.release();
-            self.error = error;
-            self.didFinishBlock(error);
-        });
-    }
-
-private:
-    std::weak_ptr<DCFAsyncBackUp> m_backUp;
-};
-
-} // namespace
-
 void DCFAsyncBackUp::run(const std::weak_ptr<DCFAsyncBackUp>& backUp, const Job& job)
 {
-    const Worker worker(backUp);
+    const JobHandOver handOver(backUp);
     const QString target = resolvedPath(job.target); // of a link, what it leads to would be left behind
     TargetClaim claim(target);
+    const auto tellFinish = [&](const Result& outcome, const QStringList& leftOut) {
+        return handOver.tell([&](DCFAsyncBackUp& self) {
+            claim.release(); // free for the next job before anybody hears of the end
+            self.finish(outcome, leftOut);
+        });
+    };
     Result failure = checkPlace(target, job.sources);
     if (!failure && !claim.isHeld())
         failure = FileError{Code::Overlaps, target, FileError::tr("Another backup is still at work there")};
     if (failure) {
-        worker.tellFinish(failure, claim);
+        tellFinish(failure, {});
         return;
     }
     FileSteps system;
-    const Copier copier{target, job.readBack, job.given ? *job.given : system};
-    failure = makeLayout(target);
+    BackUpCopier copier(target, job.readBack, job.given ? *job.given : system);
+    failure = copier.makeLayout();
     if (!failure)
-        failure = worker.copyAll(copier, job.sources);
+        failure = copyAll(handOver, copier, job.sources);
     // What isn't on the disk yet can still fail, and "complete" is when people pull it out.
-    if (!failure && !worker.isCancelled())
-        failure = syncDisk(copier);
+    if (!failure && !handOver.isCancelled())
+        failure = copier.syncDisk();
     // A cancel counts until the end was told. What is incomplete goes here and not on the interface thread, which
     // would stand still while gigabytes are removed.
-    if (!failure && worker.tellFinish({}, claim))
+    if (!failure && tellFinish({}, copier.leftOut()))
         return;
     cleanDirectory(target);
+    copier.removeMadeFolders();
     if (failure)
-        worker.tellFinish(failure, claim);
+        tellFinish(failure, {});
+}
+
+void DCFAsyncBackUp::finish(const std::optional<FileError>& outcome, const QStringList& leftOut)
+{
+    error = outcome;
+    m_leftOut = leftOut;
+    didFinishBlock(outcome);
+}
+
+QString DCFAsyncBackUp::leftOutText() const
+{
+    if (m_leftOut.isEmpty())
+        return {};
+    return tr("%n file(s) weren't on the card any more and are not in the backup.", nullptr,
+              static_cast<int>(m_leftOut.size()));
 }
 
 std::optional<FileError> DCFAsyncBackUp::backUpInfo(const DCFInfo& info, const QString& targetRootPath) const
 {
-    const Copier copier{targetRootPath, m_readBack, m_steps ? *m_steps : *m_ownSteps};
-    return copyRecording(copier, sourceOf(info), info.infoFilePathWithRootPath(targetRootPath));
+    FileSteps system;
+    BackUpCopier copier(targetRootPath, m_readBack, m_steps ? *m_steps : system);
+    return copier.copyRecording(BackUpSource(info), info.infoFilePathWithRootPath(targetRootPath));
 }
 
 std::optional<FileError> DCFAsyncBackUp::backUpPictureInfo(const PictureInfo& picture,
                                                            const QString& targetRootPath) const
 {
-    const Copier copier{targetRootPath, m_readBack, m_steps ? *m_steps : *m_ownSteps};
-    return copyPicture(copier, sourceOf(picture));
+    FileSteps system;
+    BackUpCopier copier(targetRootPath, m_readBack, m_steps ? *m_steps : system);
+    return copier.copyPicture(BackUpSource(picture));
 }
 
 void DCFAsyncBackUp::cleanDirectory(const QString& path)

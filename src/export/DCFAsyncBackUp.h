@@ -2,7 +2,9 @@
 
 #include "platform/files/FileCopy.h"
 
+#include <QCoreApplication>
 #include <QString>
+#include <QStringList>
 
 #include <atomic>
 #include <functional>
@@ -23,7 +25,7 @@ using BackUpList = std::vector<BackUpItem>;
 /// The background job that copies recordings and pictures into a folder laid out as a card, so that it opens like one.
 /// Runs once, on the BackgroundQueue; each callback is made on the interface thread, which is waited for. Held by a
 /// shared pointer: dropping it cancels the job. After an error or a cancel the whole target folder is removed, with
-/// whatever was in it before.
+/// whatever was in it before, and so are the folders above it that were made for it.
 class DCFAsyncBackUp : public std::enable_shared_from_this<DCFAsyncBackUp>
 {
 public:
@@ -32,7 +34,7 @@ public:
 
     /// `steps` outlives the job; nothing: the system's own.
     explicit DCFAsyncBackUp(ReadBack readBack = ReadBack::No, FileSteps* steps = nullptr);
-    ~DCFAsyncBackUp();
+    ~DCFAsyncBackUp() = default;
     DCFAsyncBackUp(const DCFAsyncBackUp&) = delete;
     DCFAsyncBackUp& operator=(const DCFAsyncBackUp&) = delete;
 
@@ -53,6 +55,11 @@ public:
     void backUpAsync(const BackUpList& infos, const QString& targetRootDirPath, ProgressBlock startProgress,
                      ProgressBlock finishProgress, DidFinishBlock didFinish);
 
+    /// Interface thread, once it was told that all is well: the front files that weren't on the card any more, which is
+    /// no error, and for the user a sentence about them, empty when there are none.
+    const QStringList& leftOut() const { return m_leftOut; }
+    QString leftOutText() const;
+
     /// Copies a recording's videos and side file; those of them that aren't there are no error. The thread that owns
     /// the record.
     std::optional<FileError> backUpInfo(const DCFInfo& info, const QString& targetRootPath) const;
@@ -64,10 +71,13 @@ public:
 private:
     struct Job;
     static void run(const std::weak_ptr<DCFAsyncBackUp>& backUp, const Job& job);
+    void finish(const std::optional<FileError>& outcome, const QStringList& leftOut);
 
     ReadBack m_readBack;
     FileSteps* m_steps;
-    std::unique_ptr<FileSteps> m_ownSteps;
+    QStringList m_leftOut;
+
+    Q_DECLARE_TR_FUNCTIONS(cardreel::DCFAsyncBackUp)
 };
 
 } // namespace cardreel

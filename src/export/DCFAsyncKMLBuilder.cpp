@@ -1,24 +1,25 @@
 #include "export/DCFAsyncKMLBuilder.h"
 
+#include "export/ExportFormat.h"
 #include "export/ExportRoute.h"
 #include "export/GpxDocument.h"
 #include "export/KmlDocument.h"
+#include "export/KmzPackage.h"
 #include "export/StagedFile.h"
 #include "export/TaskWrapper.h"
 #include "media/DCFInfo.h"
-#include "media/ThumbnailCache.h"
 #include "platform/BackgroundQueue.h"
-#include "platform/InterfaceThread.h"
+#include "platform/files/FileCopy.h"
 #include "platform/files/Files.h"
 #include "platform/files/Places.h"
 #include "platform/text/Localization.h"
 #include "telemetry/NMEAData.h"
 
 #include <QLoggingCategory>
-#include <QStandardPaths>
 
 #include <algorithm>
-#include <mutex>
+#include <cstddef>
+#include <set>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -31,91 +32,56 @@ Q_LOGGING_CATEGORY(logExport, "cardreel.export", QtInfoMsg)
 
 constexpr double almostDone = 0.99; // the bar is full only when the file is there
 
-enum class Format { Kml, Kmz, Gpx };
-
-Format formatOf(const QString& path)
-{
-    if (path.endsWith(u".kmz"_s, Qt::CaseInsensitive))
-        return Format::Kmz;
-    return path.endsWith(u".gpx"_s, Qt::CaseInsensitive) ? Format::Gpx : Format::Kml;
-}
-
-/// By this thread, by another, or long ago.
-void ensureParsed(NMEAData& nmea)
-{
-    nmea.waitUntilParsed();
-    // What held nothing is read again: perhaps it was not there at the time.
-    if (nmea.snapshot()->GOPs().empty()) {
-        nmea.setup();
-        nmea.waitUntilParsed();
-    }
-}
-
-bool isOnACard(const QString& path, const std::vector<QString>& roots)
+bool isOnACard(const QString& path, const std::set<QString>& roots)
 {
     return std::any_of(roots.begin(), roots.end(), [&path](const QString& root) { return wouldLieWithin(path, root); });
 }
 
-/// Why the zip program made no archive, from what it printed.
-QString zipProblem(const std::optional<QByteArray>& output)
-{
-    if (!output)
-        return localizedText(QT_TRANSLATE_NOOP("Keys", "The program csh, which starts zip, can't be started"));
-    if (QStandardPaths::findExecutable(u"zip"_s).isEmpty())
-        return localizedText(QT_TRANSLATE_NOOP("Keys", "The program zip is not installed"));
-    // Its first line about it has the system's reason, the second the name of a file that the user never sees.
-    const QString said = QString::fromLocal8Bit(*output);
-    const qsizetype begin = said.indexOf(u"error: "_s);
-    const QString reason = begin < 0 ? QString() : said.sliced(begin + 7).section(u'\n', 0, 0);
-    return localizedText(QT_TRANSLATE_NOOP("Keys", "The archive can't be made: %@")).replace(u"%@"_s, reason);
-}
-
-/// Nothing when it went well, or why it didn't.
-std::optional<QString> zipDocument(const QByteArray& text, StagedFile& target)
-{
-    // The archive's entry has the name of the file that is packed, so all exports share one.
-    static std::mutex oneAtATime;
-    const std::lock_guard<std::mutex> lock(oneAtATime);
-    const QString folder = ThumbnailCache::cachesDirectoryPath();
-    if (folder.isEmpty())
-        return localizedText(QT_TRANSLATE_NOOP("Keys", "There is no folder for caches"));
-    const QString documentPath = files::join(folder, u"route.kml"_s);
-    StagedFile document(documentPath);
-    QString error;
-    if (!document.write(text, error) || !document.commit(error))
-        return error;
-    const auto output = DCFAsyncKMLBuilder::compressUsingZipWithSourcePath(documentPath, target.path());
-    if (!files::exists(target.path()))
-        return zipProblem(output);
-    return target.sync(error) ? std::nullopt : std::optional(error);
-}
-
 /// Writes the document, as the target's extension has it, to the staged file; nothing when it went well.
-std::optional<QString> writeDocument(const ExportRoute& route, Format format, StagedFile& file)
+std::optional<QString> writeDocument(const ExportRoute& route, ExportFormat format, StagedFile& file,
+                                     KmzPackage& package)
 {
-    const QByteArray text = format == Format::Gpx ? GpxDocument::text(route) : KmlDocument::text(route);
-    if (format == Format::Kmz)
-        return zipDocument(text, file);
-    QString error;
-    return file.write(text, error) ? std::nullopt : std::optional(error);
+    const QByteArray text = format == ExportFormat::Gpx ? GpxDocument::text(route) : KmlDocument::text(route);
+    if (format != ExportFormat::Kmz)
+        return file.write(text);
+    QByteArray archive;
+    std::optional<QString> problem = package.pack(text, archive);
+    return problem ? problem : file.write(archive);
 }
 
 } // namespace
+
+/// What the job needs to know of one recording, copied on the interface thread: the record itself may change there.
+struct DCFAsyncKMLBuilder::Item
+{
+    std::shared_ptr<DCFInfo> info;
+    std::shared_ptr<NMEAData> nmea;
+    QString root;
+    std::optional<QString> eventName; ///< of an event recording
+};
+
+struct DCFAsyncKMLBuilder::Job
+{
+    std::vector<Item> items;
+    std::set<QString> roots; ///< of the cards that the recordings are on
+    QString targetPath;
+};
 
 void DCFAsyncKMLBuilder::kmlBuildAsync(const DCFList& infos, const QString& targetFilePath, ProgressBlock progress,
                                        DidFinishBlock didFinish)
 {
     if (isRunning.exchange(true) || infos.empty())
         return;
-    Job job{{}, {}, targetFilePath, std::move(progress), std::move(didFinish)};
+    progressBlock = progress ? std::move(progress) : [](const std::shared_ptr<DCFInfo>&, double) {};
+    didFinishBlock = didFinish ? std::move(didFinish) : [](const std::optional<QString>&) {};
+    Job job{{}, {}, targetFilePath};
     job.items.reserve(infos.size());
     for (const std::shared_ptr<DCFInfo>& info : infos) {
         const auto eventName = info->isEventDCF() ? std::optional(info->eventName()) : std::nullopt;
-        job.items.push_back({info, info->nmea, eventName});
-        if (job.roots.empty() || job.roots.back() != info->rootPath)
-            job.roots.push_back(info->rootPath);
+        job.items.push_back({info, info->nmea, info->rootPath, eventName});
+        job.roots.insert(info->rootPath);
     }
-    BackgroundQueue::start([self = weak_from_this(), job = std::move(job)] { run(self, job); });
+    BackgroundQueue::start([builder = HandOver(weak_from_this()), job = std::move(job)] { run(builder, job); });
 }
 
 QString DCFAsyncKMLBuilder::zipCommandLine(const QString& sourcePath, const QString& targetPath)
@@ -130,89 +96,62 @@ std::optional<QByteArray> DCFAsyncKMLBuilder::compressUsingZipWithSourcePath(con
         TaskWrapper::argsWithCommandLineString(zipCommandLine(sourcePath, targetPath)));
 }
 
-bool DCFAsyncKMLBuilder::isCancelled(const Self& self)
+void DCFAsyncKMLBuilder::run(const HandOver& builder, const Job& job)
 {
-    const std::shared_ptr<DCFAsyncKMLBuilder> builder = self.lock();
-    return !builder || builder->cancelFlag;
-}
-
-/// Whoever drops or cancels the builder is told no more, so both are looked at again on the interface thread. While it
-/// waits, the job doesn't hold the builder.
-bool DCFAsyncKMLBuilder::handOver(const Self& self, const std::function<void(DCFAsyncKMLBuilder&)>& call)
-{
-    return InterfaceThread::callAndWait([&] {
-        const std::shared_ptr<DCFAsyncKMLBuilder> builder = self.lock();
-        if (builder && !builder->cancelFlag)
-            call(*builder);
-    });
-}
-
-void DCFAsyncKMLBuilder::run(const Self& self, const Job& job)
-{
-    if (!readTelemetry(self, job))
-        return;
-    const std::optional<ExportRoute> route = collectRoute(self, job);
-    if (route && !isCancelled(self))
-        output(self, job, *route);
+    ExportRoute route;
+    Problem problem;
+    if (collectRoute(builder, job, route, problem) && !builder.isCancelled())
+        output(builder, job, route, std::move(problem));
 }
 
 /// False when it was cancelled.
-bool DCFAsyncKMLBuilder::readTelemetry(const Self& self, const Job& job)
+bool DCFAsyncKMLBuilder::collectRoute(const HandOver& builder, const Job& job, ExportRoute& route, Problem& problem)
 {
     const double count = static_cast<double>(job.items.size());
     for (std::size_t i = 0; i < job.items.size(); ++i) {
-        if (isCancelled(self))
+        if (builder.isCancelled())
             return false;
         const Item& item = job.items[i];
-        ensureParsed(*item.nmea);
+        const std::shared_ptr<const Telemetry> telemetry = item.nmea->parsedSnapshot();
+        // Of a card that was pulled nothing can be read any more; what was read before needs no card.
+        if (telemetry->GOPs().empty() && files::names(item.root).empty()) {
+            problem = FileError::tr("The card is gone");
+            return true;
+        }
+        route.add(*telemetry, item.eventName);
         const bool isLast = i + 1 == job.items.size();
         const double fraction = isLast ? almostDone : static_cast<double>(i + 1) / count;
-        const bool isHeard = handOver(self, [&](const DCFAsyncKMLBuilder&) {
-            if (job.progress)
-                job.progress(item.info, fraction);
-        });
-        if (!isHeard)
+        if (!builder.tell([&](const DCFAsyncKMLBuilder& self) { self.progressBlock(item.info, fraction); }))
             return false;
     }
     return true;
 }
 
-/// Nothing when it was cancelled.
-std::optional<ExportRoute> DCFAsyncKMLBuilder::collectRoute(const Self& self, const Job& job)
-{
-    ExportRoute route;
-    for (const Item& item : job.items) {
-        if (isCancelled(self))
-            return std::nullopt;
-        route.add(*item.nmea->snapshot(), item.eventName);
-    }
-    return route;
-}
-
 /// Everything that takes time happens here, beside the target; what is left for the interface thread, which alone
 /// knows of a cancel for sure, is to give the file its name.
-void DCFAsyncKMLBuilder::output(const Self& self, const Job& job, const ExportRoute& route)
+void DCFAsyncKMLBuilder::output(const HandOver& builder, const Job& job, const ExportRoute& route, Problem problem)
 {
     StagedFile file(job.targetPath);
-    std::optional<QString> error;
-    if (isOnACard(job.targetPath, job.roots))
-        error = localizedText(QT_TRANSLATE_NOOP("Keys", "The card is never changed; choose a place elsewhere"));
-    else
-        error = writeDocument(route, formatOf(job.targetPath), file);
-    handOver(self, [&](DCFAsyncKMLBuilder& builder) { builder.finish(job, file, std::move(error)); });
+    KmzPackage package;
+    if (!problem && isOnACard(job.targetPath, job.roots))
+        problem = localizedText(QT_TRANSLATE_NOOP("Keys", "The card is never changed; choose a place elsewhere"));
+    if (!problem)
+        problem = writeDocument(route, formatOf(job.targetPath), file, package);
+    const bool isTold = builder.tell([&](DCFAsyncKMLBuilder& self) { self.finish(job, file, package, problem); });
+    if (isTold)
+        file.syncFolder();
 }
 
-void DCFAsyncKMLBuilder::finish(const Job& job, StagedFile& file, std::optional<QString> error)
+void DCFAsyncKMLBuilder::finish(const Job& job, StagedFile& file, KmzPackage& package, Problem problem)
 {
-    QString reason;
-    if (!error && !file.commit(reason))
-        error = reason;
-    file.discard(); // whoever hears of the end finds nothing unfinished
-    if (error)
-        qCWarning(logExport).noquote() << "not written:" << files::displayPath(job.targetPath) << *error;
-    m_outputError = std::move(error);
-    if (job.didFinish)
-        job.didFinish(std::nullopt);
+    if (!problem)
+        problem = file.commit();
+    file.discard();
+    package.close(problem ? KmzPackage::Document::Drop : KmzPackage::Document::Keep);
+    if (problem)
+        qCWarning(logExport).noquote() << "not written:" << files::displayPath(job.targetPath) << *problem;
+    m_outputError = std::move(problem);
+    didFinishBlock(std::nullopt);
 }
 
 } // namespace cardreel

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "export/JobHandOver.h"
+
 #include <QByteArray>
 #include <QString>
 
@@ -13,7 +15,7 @@ namespace cardreel {
 
 class DCFInfo;
 class ExportRoute;
-class NMEAData;
+class KmzPackage;
 class StagedFile;
 
 /// The background job that writes the route and the events of recordings into one KML, KMZ or GPX document. Runs once,
@@ -32,15 +34,19 @@ public:
     /// Set when the job starts and never cleared.
     std::atomic<bool> isRunning = false;
 
-    /// Interface thread. Starts the job unless it was started before; nothing at all happens for no recordings.
-    /// `progress` is called on the interface thread after each recording, with a fraction over 0 and below 1; then
-    /// `didFinish` when the target was written or couldn't be, always without an error: who must know asks
-    /// outputError(). Neither after a cancel. The target's extension decides: "kmz", "gpx", and KML for all others.
-    /// What is at the target is replaced by the whole new file or stays as it is.
+    ProgressBlock progressBlock;   ///< after each recording, with a fraction over 0 and below 1
+    DidFinishBlock didFinishBlock; ///< once; nothing unfinished is left by then
+
+    /// Interface thread, where both callbacks are made, too. Starts the job unless it was started before; nothing at
+    /// all happens for no recordings. The end is told when the target was written or couldn't be, always without an
+    /// error: who must know asks outputError(). Nothing is told after a cancel. The target's extension decides on the
+    /// format, as formatOf() has it. What is at the target is replaced by the whole new file or stays as it is; of a
+    /// link that is what it leads to. A recording whose side file can't be read is left out like one that has none, but
+    /// a card that was pulled before all was read is an error.
     void kmlBuildAsync(const DCFList& infos, const QString& targetFilePath, ProgressBlock progress,
                        DidFinishBlock didFinish);
 
-    /// Interface thread, once `didFinish` was called: why the target couldn't be written.
+    /// Interface thread, once the end was told: why the target couldn't be written.
     const std::optional<QString>& outputError() const { return m_outputError; }
 
     /// Packs the file by the zip program into an archive without folders and waits for it. An archive that is there
@@ -52,32 +58,17 @@ public:
     static QString zipCommandLine(const QString& sourcePath, const QString& targetPath);
 
 private:
-    /// What the job needs to know of one recording, copied on the interface thread: the record itself may change there.
-    struct Item
-    {
-        std::shared_ptr<DCFInfo> info;
-        std::shared_ptr<NMEAData> nmea;
-        std::optional<QString> eventName; ///< of an event recording
-    };
-    struct Job
-    {
-        std::vector<Item> items;
-        std::vector<QString> roots; ///< of the cards that the recordings are on
-        QString targetPath;
-        ProgressBlock progress;
-        DidFinishBlock didFinish;
-    };
-    using Self = std::weak_ptr<DCFAsyncKMLBuilder>;
+    struct Item;
+    struct Job;
+    using HandOver = JobHandOver<DCFAsyncKMLBuilder>;
+    using Problem = std::optional<QString>; ///< nothing when all goes well
 
-    static bool isCancelled(const Self& self);
-    static bool handOver(const Self& self, const std::function<void(DCFAsyncKMLBuilder&)>& call);
-    static void run(const Self& self, const Job& job);
-    static bool readTelemetry(const Self& self, const Job& job);
-    static std::optional<ExportRoute> collectRoute(const Self& self, const Job& job);
-    static void output(const Self& self, const Job& job, const ExportRoute& route);
-    void finish(const Job& job, StagedFile& file, std::optional<QString> error);
+    static void run(const HandOver& builder, const Job& job);
+    static bool collectRoute(const HandOver& builder, const Job& job, ExportRoute& route, Problem& problem);
+    static void output(const HandOver& builder, const Job& job, const ExportRoute& route, Problem problem);
+    void finish(const Job& job, StagedFile& file, KmzPackage& package, Problem problem);
 
-    std::optional<QString> m_outputError;
+    Problem m_outputError;
 };
 
 } // namespace cardreel

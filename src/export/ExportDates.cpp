@@ -10,6 +10,7 @@ constexpr qsizetype secondsPlace = 17; // in yyyy-MM-ddTHH:mm:ssZ
 
 DateText whenFormat()
 {
+    // A locale whose digits and calendar are the standard's; in the user's it might be the year 2568, or ٢٠٢٥.
     return DateText::patterned(u"yyyy-MM-dd'T'HH:mm:ss'Z'"_s, u"ja_JP"_s, TimeZone::Local);
 }
 

@@ -1,8 +1,8 @@
 #include "export/GpxDocument.h"
 
+#include "export/EventNames.h"
 #include "export/ExportDates.h"
 #include "export/ExportRoute.h"
-#include "export/KmlPlacemark.h"
 #include "export/XmlText.h"
 
 #include <cmath>

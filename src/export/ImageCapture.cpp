@@ -1,5 +1,6 @@
 #include "export/ImageCapture.h"
 
+#include "media/CustomPointAnnotation.h"
 #include "platform/files/FileSteps.h"
 #include "platform/files/Files.h"
 #include "platform/image/JpegData.h"
@@ -68,6 +69,15 @@ QImage ImageCapture::flipImageHorizontally(const QImage& image)
 QImage ImageCapture::bitmapImageRepresentation(const QImage& image)
 {
     return image.convertToFormat(QImage::Format_RGB32);
+}
+
+std::optional<CustomLocation> ImageCapture::locationOf(const CustomPointAnnotation* marker, Instant date)
+{
+    if (!marker)
+        return {};
+    const CustomLocation location({marker->coordinate.latitude, marker->coordinate.longitude}, 0, 1.0, 0,
+                                  marker->direction, static_cast<double>(marker->speed), date);
+    return location.isValid() ? std::optional(location) : std::nullopt;
 }
 
 std::optional<FileError> ImageCapture::writeFileWithCaptureImage(const QImage& image,

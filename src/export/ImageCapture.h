@@ -17,6 +17,7 @@ namespace cardreel {
 
 class FileSteps;
 class VideoPlayer;
+struct CustomPointAnnotation;
 
 enum class Flip { None, Horizontal };
 
@@ -42,6 +43,10 @@ public:
     static QImage flipImageHorizontally(const QImage& image);
     /// The pixels as they are written: without transparency.
     static QImage bitmapImageRepresentation(const QImage& image);
+
+    /// Where the vehicle was, by the marker of its place on the map, which need not be shown, and when. Nothing without
+    /// a marker, or when its position isn't one.
+    static std::optional<CustomLocation> locationOf(const CustomPointAnnotation* marker, Instant date);
 
     /// Writes what the path's extension asks for, in place of what is there. When that fails, or for no picture or
     /// another extension, what is there stays. `steps`: nothing for the system's own.

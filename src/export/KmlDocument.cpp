@@ -2,6 +2,7 @@
 
 #include "export/ExportDates.h"
 #include "export/ExportRoute.h"
+#include "export/KmlNames.h"
 #include "export/KmlPlacemark.h"
 #include "export/XmlText.h"
 #include "media/RouteColors.h"
@@ -14,8 +15,6 @@
 namespace cardreel {
 
 namespace {
-
-constexpr const char* kmlNamespace = "http://www.opengis.net/kml/2.2";
 
 const std::array<QColor, 4> iconColors = {QColor(255, 0, 0), QColor(255, 255, 0), QColor(255, 255, 255),
                                           QColor(255, 255, 255)};

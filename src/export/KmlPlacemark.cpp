@@ -1,7 +1,9 @@
 #include "export/KmlPlacemark.h"
 
+#include "export/EventNames.h"
 #include "export/ExportDates.h"
 #include "export/ExportRoute.h"
+#include "export/KmlNames.h"
 #include "export/PlaceholderPicture.h"
 #include "export/XmlText.h"
 #include "names/ConstClass.h"
@@ -13,22 +15,11 @@ namespace cardreel {
 
 namespace {
 
-struct EventKind
-{
-    QString name;
-    const char* style;
-};
-
-EventKind kindOf(const QString& eventName)
+QByteArray styleOf(const QString& eventName)
 {
     if (eventName == ConstClass::DCF_EVENTNAME_MANUAL)
-        //: 手動記録 プレースマーク名称
-        return {localizedText(QT_TRANSLATE_NOOP("Keys", "MANUAL RECORD")), "#Events1"};
-    if (eventName == ConstClass::DCF_EVENTNAME_PARKING)
-        //: 駐車記録 プレースマーク名称
-        return {localizedText(QT_TRANSLATE_NOOP("Keys", "PARKING RECORD")), "#Events2"};
-    //: イベント記録 プレースマーク名称
-    return {localizedText(QT_TRANSLATE_NOOP("Keys", "EVENT RECORD")), "#Events0"};
+        return "#Events1";
+    return eventName == ConstClass::DCF_EVENTNAME_PARKING ? "#Events2" : "#Events0";
 }
 
 /// The text of a label with its value in the place of "%@".
@@ -55,11 +46,11 @@ QString positionText(const CustomLocation& fix)
     return text.replace(u"%2$@"_s, QString::fromLatin1(fixedText(fix.longitude, 6)));
 }
 
-QString footer(const CustomLocation& fix, const EventKind& kind)
+QString footer(const CustomLocation& fix, const QString& name)
 {
     return labelled(localizedText(QT_TRANSLATE_NOOP("Keys", "DATE/TIME: %@<br>")),
                     kmlEventDescriptionString(fix.timestamp).toUtf8()) +
-           labelled(localizedText(QT_TRANSLATE_NOOP("Keys", "EVENT: %@<br>")), kind.name.toUtf8()) + positionText(fix) +
+           labelled(localizedText(QT_TRANSLATE_NOOP("Keys", "EVENT: %@<br>")), name.toUtf8()) + positionText(fix) +
            speedText(fix) +
            labelled(localizedText(QT_TRANSLATE_NOOP("Keys", "DIRECTION: %@ °")), fixedText(fix.shownCourse(), 1));
 }
@@ -79,20 +70,15 @@ void addLookAt(XmlText& xml, const CustomLocation& fix)
 
 } // namespace
 
-QString eventRecordName(const QString& eventName)
-{
-    return kindOf(eventName).name;
-}
-
 void addEventPlacemark(XmlText& xml, const ExportEvent& event)
 {
     const CustomLocation& fix = event.fix;
-    const EventKind kind = kindOf(event.eventName);
+    const QString name = eventRecordName(event.eventName);
     const XmlElement placemark(xml, "Placemark");
-    xml.add("name", kind.name);
+    xml.add("name", name);
     addLookAt(xml, fix);
-    xml.add("description", placeholderPictureHtml() + footer(fix, kind).toUtf8());
-    xml.add("styleUrl", QByteArray(kind.style));
+    xml.add("description", placeholderPictureHtml() + footer(fix, name).toUtf8());
+    xml.add("styleUrl", styleOf(event.eventName));
     const XmlElement point(xml, "Point");
     xml.add("coordinates", fixedText(fix.longitude, 6) + ',' + fixedText(fix.latitude, 6) + ",0");
 }

@@ -1,20 +1,12 @@
 #pragma once
 
-#include <QString>
-
-/// The placemark of an event recording, a part of KmlDocument. No state; any thread.
 namespace cardreel {
 
 class XmlText;
 struct ExportEvent;
 
-/// Of KML's extensions, where times and tracks come from.
-inline constexpr const char* kmlExtensionNamespace = "http://www.google.com/kml/ext/2.2";
-
-/// "EVENT RECORD" and the like, in the user's language; that of an event for any other name.
-QString eventRecordName(const QString& eventName);
-
-/// Where the folder of events is open.
+/// The placemark of an event recording, a part of KmlDocument, where its folder of events is open. No state; any
+/// thread.
 void addEventPlacemark(XmlText& xml, const ExportEvent& event);
 
 } // namespace cardreel

@@ -2,8 +2,8 @@
 
 namespace cardreel {
 
-// The data section stays open on purpose: readers of these documents know the fragment as it is. The picture is a JPEG
-// of 5,059 bytes, filled up by a comment.
+// The data section is never closed: behind it stand only lines of the same HTML, up to the end of the description. The
+// picture is a JPEG of 5,059 bytes, filled up by a comment.
 const QByteArray& placeholderPictureHtml()
 {
     static const QByteArray html =

@@ -1,52 +1,26 @@
 #include "export/StagedFile.h"
 
 #include "platform/files/Files.h"
+#include "platform/files/Places.h"
 
-#include <QRandomGenerator>
+#include <sys/stat.h>
 
 #include <cerrno>
 #include <cstring>
-
-using namespace Qt::StringLiterals;
 
 namespace cardreel {
 
 namespace {
 
-QString systemsReason()
+QString reasonOf(int code)
 {
-    return QString::fromLocal8Bit(std::strerror(errno));
-}
-
-/// A name in the target's folder that nothing has. Not made of the target's name, which may be as long as names can be.
-QString stagingPath(const QString& target)
-{
-    constexpr qsizetype longestExtension = 16;
-    const QString extension = files::nameOf(target).sliced(files::stemOf(target).size()).left(longestExtension);
-    QString path;
-    do {
-        const QString hex = QString::number(QRandomGenerator::global()->generate64(), 16);
-        path = files::join(files::folderOf(target) + u'/', u".cardreel-"_s + hex + extension);
-    } while (files::exists(path));
-    return path;
-}
-
-/// Closes in any case; `isThere` says whether all went well so far.
-bool closed(FileSteps& steps, int file, bool isThere, QString& error)
-{
-    if (!isThere)
-        error = systemsReason();
-    const bool isClosed = steps.close(file) == 0;
-    if (isThere && !isClosed)
-        error = systemsReason();
-    return isThere && isClosed;
+    return QString::fromLocal8Bit(std::strerror(code));
 }
 
 } // namespace
 
 StagedFile::StagedFile(const QString& targetPath)
-    : m_target(files::absolutePath(targetPath))
-    , m_path(stagingPath(m_target))
+    : m_target(files::nativePath(resolvedPath(targetPath)))
 {
 }
 
@@ -57,37 +31,52 @@ StagedFile::~StagedFile()
 
 void StagedFile::discard()
 {
-    if (!m_committed)
-        m_steps.remove(files::nativePath(m_path));
+    if (!m_temporary.isEmpty())
+        m_steps.remove(m_temporary);
+    m_temporary.clear();
 }
 
-bool StagedFile::write(const QByteArray& bytes, QString& error)
+std::optional<QString> StagedFile::write(const QByteArray& bytes)
 {
-    const int file = m_steps.create(files::nativePath(m_path));
-    if (file < 0) {
-        error = systemsReason();
-        return false;
-    }
-    const bool isThere = writeAll(m_steps, file, bytes.constData(), static_cast<size_t>(bytes.size()));
-    return closed(m_steps, file, isThere && m_steps.sync(file) == 0, error);
+    struct stat former
+    {
+    };
+    const bool replaces = stat(m_target.constData(), &former) == 0;
+    if (replaces && !S_ISREG(former.st_mode)) // a device would be replaced, too
+        return reasonOf(S_ISDIR(former.st_mode) ? EISDIR : EEXIST);
+    QByteArray temporary;
+    const int file = createTemporary(m_steps, m_target, temporary);
+    if (file < 0)
+        return reasonOf(errno);
+    m_temporary = temporary;
+    if (replaces)
+        (void)fchmod(file, former.st_mode & 0777); // the disk's file system may know no such thing
+    return fill(file, bytes);
 }
 
-bool StagedFile::sync(QString& error)
+/// Closes the file in any case.
+std::optional<QString> StagedFile::fill(int file, const QByteArray& bytes)
 {
-    const int file = m_steps.openToRead(files::nativePath(m_path));
-    if (file < 0) {
-        error = systemsReason();
-        return false;
-    }
-    return closed(m_steps, file, m_steps.sync(file) == 0, error);
+    const bool isThere =
+        writeAll(m_steps, file, bytes.constData(), static_cast<size_t>(bytes.size())) && m_steps.sync(file) == 0;
+    const int code = errno;
+    const bool isClosed = m_steps.close(file) == 0;
+    if (isThere && isClosed)
+        return std::nullopt;
+    return reasonOf(isThere ? errno : code);
 }
 
-bool StagedFile::commit(QString& error)
+std::optional<QString> StagedFile::commit()
 {
-    m_committed = m_steps.rename(files::nativePath(m_path), files::nativePath(m_target)) == 0;
-    if (!m_committed)
-        error = systemsReason();
-    return m_committed;
+    if (m_steps.rename(m_temporary, m_target) != 0)
+        return reasonOf(errno);
+    m_temporary.clear();
+    return std::nullopt;
+}
+
+void StagedFile::syncFolder()
+{
+    m_steps.syncFolder(m_target.first(m_target.lastIndexOf('/') + 1));
 }
 
 } // namespace cardreel

@@ -5,10 +5,13 @@
 #include <QByteArray>
 #include <QString>
 
+#include <optional>
+
 namespace cardreel {
 
 /// A file in the making: it is written under a name of its own beside the target and takes the target's name when it is
-/// whole. What wasn't committed is gone with this object. One thread at a time.
+/// whole. What wasn't committed is gone with this object. Of a link the target is what it leads to. Errors are the
+/// system's reasons. One thread at a time.
 class StagedFile
 {
 public:
@@ -18,24 +21,22 @@ public:
     StagedFile(const StagedFile&) = delete;
     StagedFile& operator=(const StagedFile&) = delete;
 
-    /// Where to write, with the target's extension. Somebody else may make that file.
-    const QString& path() const { return m_path; }
-
-    /// Once: writes the bytes and has them reach the disk. Otherwise `error` is the system's reason.
-    bool write(const QByteArray& bytes, QString& error);
-    /// Has what somebody else wrote there reach the disk.
-    bool sync(QString& error);
+    /// Once: writes the bytes, with the permissions of the file that they will replace, and has them reach the disk.
+    std::optional<QString> write(const QByteArray& bytes);
     /// Gives the file its final name, in the place of what has it. Quick: it waits for no data.
-    bool commit(QString& error);
+    std::optional<QString> commit();
+    /// Has that name reach the disk, as well as the disk can. Not for the interface thread.
+    void syncFolder();
 
     /// Removes what wasn't committed.
     void discard();
 
 private:
+    std::optional<QString> fill(int file, const QByteArray& bytes);
+
     FileSteps m_steps;
-    QString m_target;
-    QString m_path;
-    bool m_committed = false;
+    QByteArray m_target;    ///< native, as is
+    QByteArray m_temporary; ///< empty unless there is something to be removed
 };
 
 } // namespace cardreel

@@ -43,7 +43,7 @@ private:
     int m_file = -1;
 };
 
-/// The program with its standard output on `output`; an errno when it can't be started.
+/// The program with its standard output on `output`, and no other way out; an errno when it can't be started.
 int start(const QStringList& args, int output, pid_t& process)
 {
     std::vector<QByteArray> texts;
@@ -61,6 +61,7 @@ int start(const QStringList& args, int output, pid_t& process)
         return code;
     posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0);
     posix_spawn_file_actions_adddup2(&actions, output, STDOUT_FILENO);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     const int code = posix_spawn(&process, pointers.front(), &actions, nullptr, pointers.data(), environ);
     posix_spawn_file_actions_destroy(&actions);
     return code;

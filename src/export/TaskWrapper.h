@@ -19,7 +19,8 @@ public:
 
     /// Starts args[0] with the other items as its arguments, reads its standard output to the end and waits for the
     /// program to end, whatever its status. Nothing, and a line in the log, when it can't be started or read. Arguments
-    /// may hold paths as in platform/files/Files.h. The program has no standard input.
+    /// may hold paths as in platform/files/Files.h. The program has no standard
+    /// input, and what it says on its error output is dropped: it would appear in the middle of our own.
     static std::optional<QByteArray> syncProcessWithArguments(const QStringList& args);
 };
 

@@ -19,7 +19,8 @@ class XmlText
 public:
     using Attributes = std::initializer_list<std::pair<const char*, const char*>>;
 
-    /// The declaration stands as it is given: programs differ in how they write theirs.
+    /// The declaration stands as it is given, since each format spells its own in another way; readers take all of
+    /// them.
     XmlText(const char* declaration, LineEnds lineEnds);
 
     /// An element that holds a text.

@@ -32,16 +32,13 @@ private Q_SLOTS:
         QFETCH(QList<bool>, state);
         CardBuilder card;
         DCFInfoList listed;
-        for (const char* name : {"r0", "r1"}) {
-            const QString delta = u"NORMAL/"_s + QLatin1StringView(name);
-            card.file(delta, QByteArray(1000, 'v'));
-            listed.push_back(std::make_shared<DCFInfo>(card.root(), delta));
+        for (const QString& name : {u"r0"_s, u"r1"_s}) {
+            card.file(name, QByteArray(1000, 'v'));
+            listed.push_back(std::make_shared<DCFInfo>(card.root(), name));
         }
-        for (const char* name : {"p0", "p1", "p2"}) {
-            const QString delta = u"PICTURE/"_s + QLatin1StringView(name);
-            card.file(delta, QByteArray(10, 'p'));
-            auto picture = std::make_shared<PictureInfo>(card.root(), delta);
-            listed[name[1] == '0' ? 0 : 1]->pictures.push_back(std::move(picture));
+        for (const QString& name : {u"p0"_s, u"p1"_s, u"p2"_s}) {
+            card.file(name, QByteArray(10, 'p'));
+            listed[name == u"p0" ? 0 : 1]->pictures.push_back(std::make_shared<PictureInfo>(card.root(), name));
         }
         const BackUpList items = selectedObjectsForOptionState({state[0], state[1], state[2]}, listed, {listed[1]});
         QStringList found;

@@ -13,7 +13,6 @@
 
 #include <QFile>
 #include <QProcess>
-#include <QStandardPaths>
 #include <QTest>
 
 #include <cmath>
@@ -66,21 +65,12 @@ private Q_SLOTS:
         const QImage other =
             ImageCapture::screenshotFromPlayer(&player, size, {}, middleOf(7) / speed, Flip::Horizontal);
         QCOMPARE(video.numberIn(other.mirrored(true, false)), std::optional(7));
-    }
-
-    void trimming_data()
-    {
-        QTest::addColumn<QRect>("area");
-        QTest::addColumn<QSize>("size");
-        QTest::newRow("inside") << QRect(10, 20, 100, 50) << QSize(100, 50);
-        QTest::newRow("partly outside") << QRect(300, 170, 100, 100) << QSize(20, 10);
-        QTest::newRow("outside") << QRect(400, 0, 10, 10) << QSize(0, 0);
-    }
-    void trimming()
-    {
-        QFETCH(QRect, area);
-        const QString path = m_videos.good("h264").path;
-        QTEST(ImageCapture::screenshotFromFile(path, 1, {}, area, Flip::None).size(), "size");
+        const auto trimmed = [&video](const QRect& area) {
+            return ImageCapture::screenshotFromFile(video.path, 1, {}, area, Flip::None).size();
+        };
+        QCOMPARE(trimmed({10, 20, 100, 50}), QSize(100, 50));
+        QCOMPARE(trimmed({300, 170, 100, 100}), QSize(20, 10)); // as much as there is
+        QVERIFY(trimmed({400, 0, 10, 10}).isEmpty());
     }
 
     void theExtensionDecides_data()
@@ -112,7 +102,6 @@ private Q_SLOTS:
         const QByteArray bytes = file->readAll();
         QVERIFY(bytes.startsWith(begins));
         const QImage read = QImage::fromData(bytes);
-        QCOMPARE(read.size(), QSize(64, 32));
         QVERIFY(read.pixelColor(5, 16).red() > 200 && read.pixelColor(60, 16).blue() > 200);
     }
 
@@ -150,30 +139,30 @@ private Q_SLOTS:
         const CustomLocation location = at(latitude, longitude, altitude);
         QVERIFY(!ImageCapture::writeFileWithCaptureImage(twoColors(), location, path));
 
+        // Another program reads the same as this one.
+        QProcess exiftool;
+        exiftool.start(u"exiftool"_s,
+                       {u"-n"_s, u"-s3"_s, u"-Composite:GPSLatitude"_s, u"-Composite:GPSLongitude"_s, path});
+        QVERIFY2(exiftool.waitForFinished(), qPrintable(exiftool.errorString()));
+        const QByteArrayList printed = exiftool.readAllStandardOutput().trimmed().split('\n');
+        QCOMPARE(printed.size(), 2);
         const QVariantMap gps = imageProperties(path)->value(u"{GPS}"_s).toMap();
-        QCOMPARE(gps.value(u"LatitudeRef"_s).toString(), latitude < 0 ? u"S"_s : u"N"_s);
-        QCOMPARE(gps.value(u"LongitudeRef"_s).toString(), longitude < 0 ? u"W"_s : u"E"_s);
-        QVERIFY(std::abs(gps.value(u"Latitude"_s).toDouble() - std::abs(latitude)) < 1e-8);
-        QVERIFY(std::abs(gps.value(u"Longitude"_s).toDouble() - std::abs(longitude)) < 1e-8);
+        const auto isSame = [&](const QString& key, const char* positive, const char* negative, double degrees,
+                                const QByteArray& composite) {
+            return gps.value(key + u"Ref"_s).toString() == QLatin1StringView(degrees < 0 ? negative : positive) &&
+                   std::abs(gps.value(key).toDouble() - std::abs(degrees)) < 1e-8 &&
+                   std::abs(composite.toDouble() - degrees) < 1e-6;
+        };
+        QVERIFY(isSame(u"Latitude"_s, "N", "S", latitude, printed[0]));
+        QVERIFY(isSame(u"Longitude"_s, "E", "W", longitude, printed[1]));
         const QString local =
             qEnvironmentVariable("TZ") == u"Asia/Tokyo" ? u"2025:06:14 21:00:05"_s : u"2025:06:14 08:00:05"_s;
-        QCOMPARE(gps.value(u"DateStamp"_s).toString(), local);
-        QCOMPARE(gps.value(u"TimeStamp"_s).toString(), local);
-        QCOMPARE(gps.contains(u"Altitude"_s), !std::isnan(altitude));
-        QCOMPARE(gps.contains(u"AltitudeRef"_s), !std::isnan(altitude));
+        for (const QString& key : {u"DateStamp"_s, u"TimeStamp"_s})
+            QCOMPARE(gps.value(key).toString(), local);
+        for (const QString& key : {u"Altitude"_s, u"AltitudeRef"_s})
+            QCOMPARE(gps.contains(key), !std::isnan(altitude));
         if (std::abs(altitude) < 1e6)
             QCOMPARE(gps.value(u"Altitude"_s).toDouble(), std::abs(altitude));
-
-        const QString exiftool = QStandardPaths::findExecutable(u"exiftool"_s);
-        if (exiftool.isEmpty())
-            QSKIP("exiftool isn't installed");
-        QProcess process;
-        process.start(exiftool, {u"-n"_s, u"-s3"_s, u"-Composite:GPSLatitude"_s, u"-Composite:GPSLongitude"_s, path});
-        QVERIFY(process.waitForFinished());
-        const QByteArrayList printed = process.readAllStandardOutput().trimmed().split('\n');
-        QCOMPARE(printed.size(), 2);
-        QVERIFY(std::abs(printed[0].toDouble() - latitude) < 1e-6);
-        QVERIFY(std::abs(printed[1].toDouble() - longitude) < 1e-6);
     }
 
     void cleanupTestCase() { VideoPlayer::waitForShutdown(); }
