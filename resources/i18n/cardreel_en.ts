@@ -592,6 +592,10 @@
         <source>&amp;Use This Folder</source>
         <translation>&amp;Use This Folder</translation>
     </message>
+    <message>
+        <source>%1 of %2 recordings are selected; Ctrl+A in the list selects all.</source>
+        <translation>%1 of %2 recordings are selected; Ctrl+A in the list selects all.</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::CapturePanel</name>
@@ -764,6 +768,16 @@
     </message>
 </context>
 <context>
+    <name>cardreel::DCFAsyncBackUp</name>
+    <message numerus="yes">
+        <source>%n file(s) weren&apos;t on the card any more and are not in the backup.</source>
+        <translation>
+            <numerusform>%n file wasn&apos;t on the card any more and is not in the backup.</numerusform>
+            <numerusform>%n files weren&apos;t on the card any more and are not in the backup.</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>cardreel::ExportSheet</name>
     <message>
         <source>As KML, but in a much smaller file.</source>
@@ -859,6 +873,10 @@
     <message>
         <source>The copy doesn&apos;t read back as its source</source>
         <translation>The copy doesn&apos;t read back as its source</translation>
+    </message>
+    <message>
+        <source>It is a link, which may lead to a card</source>
+        <translation>It is a link, which may lead to a card</translation>
     </message>
 </context>
 <context>

@@ -592,6 +592,10 @@
         <source>&amp;Use This Folder</source>
         <translation>このフォルダーを使う(&amp;U)</translation>
     </message>
+    <message>
+        <source>%1 of %2 recordings are selected; Ctrl+A in the list selects all.</source>
+        <translation>録画 %2 件中 %1 件を選択中です。リストで Ctrl+A を押すとすべて選択できます。</translation>
+    </message>
 </context>
 <context>
     <name>cardreel::CapturePanel</name>
@@ -763,6 +767,15 @@
     </message>
 </context>
 <context>
+    <name>cardreel::DCFAsyncBackUp</name>
+    <message numerus="yes">
+        <source>%n file(s) weren&apos;t on the card any more and are not in the backup.</source>
+        <translation>
+            <numerusform>%n 個のファイルはカード上になくなっていたため、バックアップに含まれていません。</numerusform>
+        </translation>
+    </message>
+</context>
+<context>
     <name>cardreel::ExportSheet</name>
     <message>
         <source>As KML, but in a much smaller file.</source>
@@ -858,6 +871,10 @@
     <message>
         <source>The copy doesn&apos;t read back as its source</source>
         <translation>読み戻したコピーが元のファイルと一致しません</translation>
+    </message>
+    <message>
+        <source>It is a link, which may lead to a card</source>
+        <translation>リンクのため、カードを指している可能性があります</translation>
     </message>
 </context>
 <context>

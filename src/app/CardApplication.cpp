@@ -1,6 +1,7 @@
 #include "app/CardApplication.h"
 
 #include "app/MainWindow.h"
+#include "app/cli/Interrupts.h"
 #include "media/MediaLibrary.h"
 #include "names/ConstClass.h"
 #include "platform/BackgroundQueue.h"
@@ -15,6 +16,7 @@
 #include <QMenu>
 #include <QMessageBox>
 #include <QScreen>
+#include <QSocketNotifier>
 
 using namespace Qt::StringLiterals;
 
@@ -87,6 +89,8 @@ MainWindow* CardApplication::makeWindow()
     connect(window, &MainWindow::cardDropped, this, [this, window](const QString& path) { openCard(path, window); });
     connect(window, &MainWindow::newWindowRequested, this, [this] { openWindow(); });
     connect(window, &MainWindow::quitRequested, this, &CardApplication::quit);
+    connect(&window->jobs(), &CardJobs::jobDidEnd, this, &CardApplication::jobDidEnd);
+    connect(&window->jobs(), &CardJobs::didEnd, this, &CardApplication::jobDidEnd);
     SynchronizedPlay* play = &m_synchronizedPlay;
     connect(window, &MainWindow::leadRequested, play, [=](bool leading) { play->setLeading(window, leading); });
     connect(window, &MainWindow::didBecomeKey, play, [=] { play->windowDidBecomeKey(window); });
@@ -130,13 +134,25 @@ void CardApplication::openCard(const QString& givenPath, MainWindow* preferred)
         remember(path);
 }
 
-void CardApplication::quit()
+std::vector<MainWindow*> CardApplication::windowsToAsk() const
 {
-    std::vector<MainWindow*> busy;
+    std::vector<MainWindow*> result;
     for (const QPointer<MainWindow>& window : m_windows) {
         if (window && window->jobs().isToBeAsked())
-            busy.push_back(window);
+            result.push_back(window);
     }
+    return result;
+}
+
+void CardApplication::jobDidEnd()
+{
+    if (m_question && windowsToAsk().empty())
+        m_question->reject();
+}
+
+void CardApplication::quit()
+{
+    const std::vector<MainWindow*> busy = windowsToAsk();
     if (busy.empty())
         return QApplication::closeAllWindows();
     if (m_question && m_question->isVisible())
@@ -144,11 +160,29 @@ void CardApplication::quit()
     MainWindow* front = busy.front();
     front->raise();
     m_question = front->jobs().askBelow(*front, static_cast<int>(busy.size()), tr("&Stop and Quit"), [this] {
-        for (const QPointer<MainWindow>& window : m_windows) {
-            if (window)
-                window->jobs().stop();
-        }
-        QApplication::closeAllWindows();
+        m_question.clear(); // it is closing itself
+        stopAndQuit();
+    });
+}
+
+void CardApplication::stopAndQuit()
+{
+    for (const QPointer<MainWindow>& window : m_windows) {
+        if (window)
+            window->jobs().stop();
+    }
+    QApplication::closeAllWindows();
+}
+
+void CardApplication::endOnSignals()
+{
+    namespace Interrupts = CommandLine::Interrupts;
+    Interrupts::endProgram();
+    auto* notifier = new QSocketNotifier(Interrupts::hold(), QSocketNotifier::Read, this);
+    connect(notifier, &QSocketNotifier::activated, this, [this, notifier] {
+        notifier->setEnabled(false);
+        delete m_question;
+        stopAndQuit();
     });
 }
 

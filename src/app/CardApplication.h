@@ -30,6 +30,9 @@ public:
 
     /// One window a card; one inviting window when no card is given or none can be opened.
     void openAtStart(const QStringList& cards);
+    /// From now on Ctrl+C in a terminal, a logout or a shutdown ends the program as Quit does, but without asking: what
+    /// a job leaves unfinished is removed.
+    void endOnSignals();
 
 private:
     /// Takes `preferred` when that shows no card yet, else a new window; brings forward a window that shows the card.
@@ -43,6 +46,10 @@ private:
     void fillRecentMenu(MainWindow* window);
     /// Closes all windows; asks first, once, when jobs are running.
     void quit();
+    void stopAndQuit();
+    std::vector<MainWindow*> windowsToAsk() const;
+    /// Nothing is left to ask about once the last has ended.
+    void jobDidEnd();
 
     Theme m_theme;
     SynchronizedPlay m_synchronizedPlay;

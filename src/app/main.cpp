@@ -47,6 +47,7 @@ int main(int argc, char* argv[])
     QGuiApplication::setApplicationDisplayName(u"Cardreel"_s);
     cardreel::setupDefaults();
     cardreel::CardApplication cardApplication(application);
+    cardApplication.endOnSignals();
     cardApplication.openAtStart(*cards);
     return QApplication::exec();
 }

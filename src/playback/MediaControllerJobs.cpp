@@ -66,7 +66,8 @@ void MediaController::backUpSelectedInfos(const BackUpList& items, const QString
         [this, targetRootDirPath](const std::optional<FileError>& error) {
             const char* const text = error ? QT_TRANSLATE_NOOP("Keys", "An error occurred during backup")
                                            : QT_TRANSLATE_NOOP("Keys", "Backup is complete");
-            jobDidEnd(localizedText(text), error ? QString() : targetRootDirPath, error ? error->text() : QString());
+            jobDidEnd(localizedText(text), error ? QString() : targetRootDirPath,
+                      error ? error->text() : m_currentBackUp->leftOutText());
         });
 }
 
@@ -75,7 +76,7 @@ void MediaController::showJobsItem(double fraction, const QString& path)
     const Survival survival(this);
     tell(m_currentProgressVC, &ProgressPane::setProgress, fraction);
     if (survival.exists())
-        tell(m_currentProgressVC, &ProgressPane::setInfoText, files::displayPath(files::nameOf(path)));
+        tell(m_currentProgressVC, &ProgressPane::setItem, files::displayPath(files::nameOf(path)));
 }
 
 void MediaController::jobDidEnd(const QString& text, const QString& path, const QString& problem)

@@ -101,10 +101,12 @@ public:
 
     /// From 0 to 1.
     virtual void setProgress(double fraction) = 0;
-    /// The item at work; at the end how it went.
+    /// The item at work, each once.
+    virtual void setItem(const QString& name) = 0;
+    /// What stands in the place of an item: nothing at first, at the end how it went.
     virtual void setInfoText(const QString& text) = 0;
-    /// The job is over. `path`: the file or folder that is there now, empty when there is none. `problem`: why not, for
-    /// the user; empty when it went well.
+    /// The job is over. `path`: the file or folder that is there now, empty when there is none. `problem`: why not, or
+    /// what is missing in it, for the user; empty when it went well.
     virtual void jobDidEnd(const QString& path, const QString& problem) = 0;
     /// Closes it, for the job was cancelled by something else than the user.
     virtual void dismiss() = 0;

@@ -12,6 +12,8 @@
 #include <QMenu>
 #include <QMessageBox>
 
+#include <csignal>
+
 using namespace cardreel;
 using namespace cardreel::test;
 using namespace Qt::StringLiterals;
@@ -260,6 +262,38 @@ private Q_SLOTS:
             QVERIFY(shown<MainWindow>().isEmpty() && shown<QMessageBox>().isEmpty());
         }
         QVERIFY(QDir(folder).isEmpty()); // the end has waited for that
+    }
+
+    void theQuestionGoesWithTheLastJob()
+    {
+        CardBuilder disk(u"disk"_s);
+        CardApplication application(*qApp);
+        application.openAtStart({m_card->root(), m_other->root()});
+        const QList<MainWindow*> windows = shown<MainWindow>();
+        for (MainWindow* window : windows)
+            beginBackUp(window, disk.folder(u"backups"_s));
+        actionNamed(windows[0], MainWindow::tr("&Quit"))->trigger();
+        windows[0]->jobs().stop();
+        QCOMPARE(shown<QMessageBox>().size(), 1);
+        WAIT_FOR(!windows[1]->jobs().isJobRunning());
+        QVERIFY(shown<QMessageBox>().isEmpty());
+        QCOMPARE(shown<MainWindow>().size(), 2);
+    }
+
+    void aSignalStopsJobsUnasked()
+    {
+        CardBuilder disk(u"disk"_s);
+        const QString folder = disk.folder(u"backups"_s);
+        {
+            std::signal(SIGTERM, SIG_DFL); // which is the tests' own otherwise
+            CardApplication application(*qApp);
+            application.endOnSignals();
+            application.openAtStart({m_card->root()});
+            beginBackUp(shown<MainWindow>().value(0), folder);
+            std::raise(SIGTERM);
+            WAIT_FOR(shown<MainWindow>().isEmpty());
+        }
+        QVERIFY(QDir(folder).isEmpty());
     }
 
     void theSessionsEndIsNotHeldUp()

@@ -83,29 +83,19 @@ private Q_SLOTS:
         };
         row("export card", 2);
         row("export card out.txt", 2);
-        row("export card out.kml --select", 2);
         row("export card out.kml --select 250614120000 250614129999", 2);
-        row("export missing out.kml", 1);
         row("export empty out.kml", 1);
         row("export card missing/out.kml", 1);
-        row("export card missing/out.kmz", 1);
         row("export card card/out.gpx", 1);
         row("backup card new --pictures some", 2);
-        row("backup card new --select 1", 2);
-        row("backup missing new", 1);
         row("backup card full", 1);
-        row("backup card full/something", 1);
         row("backup card card/new", 1);
-        row("backup card card/EMPTY", 1);
         row("backup card proc/new", 1);
         row("backup . new", 1);
         row("capture card 250614120000 --out a.jpg", 2);
-        row("capture card 250614120000 --out a.jpg --at", 2);
         row("capture card 250614120000 --out a.jpg --at -1", 2);
         row("capture card 250614120000 --out a.jpg --at nan", 2);
-        row("capture card 250614120000 --out a.jpg --at 1s", 2);
         row("capture card 250614120000 --out a.tiff --at 1", 2);
-        row("capture card 250614129999 --out a.jpg --at 1", 2);
         row("capture card 250614120100 --out a.jpg --at 1 --rear", 1);
         row("capture card 250614120000 --out a.jpg --at 1", 1); // that is no film
         row("capture card 250614120000 --out card/a.jpg --at 1", 1);
@@ -115,7 +105,6 @@ private Q_SLOTS:
         QFETCH(QStringList, arguments);
         QFETCH(int, status);
         Cards cards;
-        cards.folder(u"card/EMPTY"_s);
         cards.link(u"proc"_s, "/proc");
         const auto before = contentsOf(cards.root());
         const ProgramRun run = runProgram(cards.root(), arguments);
@@ -199,7 +188,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("arguments");
         QTest::addColumn<double>("seconds"); // of the file
-        QTest::newRow("--at 0") << words("--at 0") << 0.0;
         QTest::newRow("--at 15e-1") << words("--at 15e-1") << 1.5;
         QTest::newRow("the end") << QStringList{u"--at"_s, QString::number(front().duration, 'f', 6)}
                                  << front().duration;
@@ -231,23 +219,18 @@ private Q_SLOTS:
         Cards cards;
         putFilms(cards);
         cards.recording(u"EVENT/250614120000"_s, noon, 3); // the path tells it from the other
-        const auto at = [&](const char* seconds) {
-            const QStringList named = words("capture card NORMAL/250614120000.MP4 --out a.jpg --at ");
-            const int status = runProgram(cards.root(), named + QStringList{QString::fromLatin1(seconds)}).status;
-            return status == 0
-                       ? imageProperties(cards.path(u"a.jpg"_s)).value_or(QVariantMap()).value(u"{GPS}"_s).toMap()
-                       : QVariantMap();
+        const auto capture = [&](const char* which) {
+            return runProgram(cards.root(), words("capture card --out a.jpg --at 1.9") + words(which)).status;
         };
-        const QVariantMap second = at("1.9");
+        QCOMPARE(capture("250614120000"), 2);
+        QCOMPARE(capture("NORMAL/250614120000.MP4 --at 1e3"), 2); // is over by then
+        QCOMPARE(capture("NORMAL/250614120000.MP4"), 0);
+        const QVariantMap place =
+            imageProperties(cards.path(u"a.jpg"_s)).value_or(QVariantMap()).value(u"{GPS}"_s).toMap();
         // The recording begins with its first fix; each second goes 0.005 minutes to the north.
-        QVERIFY(qAbs(second[u"Latitude"_s].toDouble() - (35 + 2 * 0.005 / 60)) < 1e-6);
-        QCOMPARE(second[u"LatitudeRef"_s].toString(), u"N"_s);
-        QVERIFY(at("0")[u"Latitude"_s].toDouble() < second[u"Latitude"_s].toDouble());
+        QVERIFY(qAbs(place[u"Latitude"_s].toDouble() - (35 + 2 * 0.005 / 60)) < 1e-6);
         const QDateTime moment = QDateTime::fromMSecsSinceEpoch((noon + 1s).time_since_epoch().count());
-        QCOMPARE(second[u"DateStamp"_s].toString(), moment.toString(u"yyyy:MM:dd HH:mm:ss"_s));
-        const auto status = [&](const char* arguments) { return runProgram(cards.root(), words(arguments)).status; };
-        QCOMPARE(status("capture card 250614120000 --out a.jpg --at 1"), 2);
-        QCOMPARE(status("capture card NORMAL/250614120000.MP4 --out a.jpg --at 1e3"), 2);
+        QCOMPARE(place[u"DateStamp"_s].toString(), moment.toString(u"yyyy:MM:dd HH:mm:ss"_s));
     }
 
     void showsHowFarItIs()
@@ -290,7 +273,6 @@ private Q_SLOTS:
         QTest::newRow("backup, told to end") << words("backup card new --verify") << SIGTERM;
         QTest::newRow("backup, the terminal is closed") << words("backup card new --pictures none") << SIGHUP;
         QTest::newRow("export") << words("export card new.kml") << SIGINT;
-        QTest::newRow("export, compressed") << words("export card new.kmz") << SIGINT;
     }
     /// What the bar of so many items says doesn't fit into a terminal that nobody reads: having shown something, the
     /// program is surely in the middle.

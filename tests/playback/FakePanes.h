@@ -173,6 +173,7 @@ struct FakeProgress : ProgressPane
     {
     }
     void setProgress(double fraction) override { log.add(name, "setProgress", QString::number(fraction, 'g', 3)); }
+    void setItem(const QString& itemName) override { log.add(name, "setItem", itemName); }
     void setInfoText(const QString& text) override { log.add(name, "setInfoText", text); }
     void jobDidEnd(const QString& path, const QString& problem) override
     {

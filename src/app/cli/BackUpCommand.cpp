@@ -66,7 +66,10 @@ int copy(const BackUpList& items, const QString& folder, ReadBack readBack)
         show(fraction, path);
     };
     backUp->backUpAsync(items, folder, next, show, [&](const std::optional<FileError>& error) { job.finish(error); });
-    return job.run(backUp->cancelFlag);
+    const int status = job.run(backUp->cancelFlag);
+    if (status == Success && !backUp->leftOut().isEmpty())
+        return failure(folder, backUp->leftOutText());
+    return status;
 }
 
 } // namespace

@@ -44,11 +44,8 @@ std::optional<CustomLocation> locationAt(const DCFInfo& recording, double second
     const CustomLocation* fix = nearestFix(telemetry->varidLocations(), date);
     const bool isAvailable = fix && std::abs(secondsSince1970(fix->timestamp) - date) < availableWithinSeconds;
     const std::optional<CustomPointAnnotation> marker = movedMarker(fix, isAvailable, nullptr);
-    if (!marker)
-        return std::nullopt;
     const Instant moment(std::chrono::milliseconds(std::llround(date * 1000)));
-    return CustomLocation({marker->coordinate.latitude, marker->coordinate.longitude}, 0, 1, 0, marker->direction,
-                          static_cast<double>(marker->speed), moment);
+    return ImageCapture::locationOf(marker ? &*marker : nullptr, moment);
 }
 
 struct Capture

@@ -4,8 +4,8 @@
 #include "app/cli/Interrupts.h"
 #include "app/cli/TerminalJob.h"
 #include "export/DCFAsyncKMLBuilder.h"
+#include "export/ExportFormat.h"
 #include "media/DCFInfo.h"
-#include "platform/files/Files.h"
 
 #include <QCoreApplication>
 
@@ -14,13 +14,6 @@ using namespace Qt::StringLiterals;
 namespace cardreel::CommandLine {
 
 namespace {
-
-bool isExportName(const QString& path)
-{
-    const QString name = files::nameOf(path);
-    const QString extension = name.sliced(files::stemOf(path).size()).toLower();
-    return extension == u".kml" || extension == u".kmz" || extension == u".gpx";
-}
 
 int writeRoute(const MediaLibrary::DCFList& recordings, const QString& target)
 {

@@ -1,7 +1,7 @@
 #pragma once
 
-/// Ctrl+C and what else asks a command to end (SIGINT, SIGTERM, SIGHUP), for commands whose work can't be left where it
-/// stands. A signal that the program was started to ignore stays ignored. Interface thread.
+/// Ctrl+C and what else asks the program to end (SIGINT, SIGTERM, SIGHUP), for work that can't be left where it stands.
+/// A signal that the program was started to ignore stays ignored. Interface thread.
 namespace cardreel::CommandLine::Interrupts {
 
 /// From now on a signal ends the program with the status of what was cancelled. For the time before there is anything

@@ -3,18 +3,17 @@
 #include "app/WindowKeys.h"
 #include "app/export/SheetParts.h"
 #include "app/export/TargetPlace.h"
+#include "app/settings/SwitchBox.h"
 #include "export/ExportDates.h"
 #include "platform/files/Files.h"
 #include "platform/settings/UserDefaults.h"
 #include "platform/text/Localization.h"
 #include "platform/text/UnitText.h"
 
-#include <QCheckBox>
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QGridLayout>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
@@ -31,14 +30,16 @@ BackUpSheet::BackUpSheet(DCFList selected, DCFList arranged, const QString& card
     , m_arranged(std::move(arranged))
     , m_cardPath(cardPath)
     , m_lastFolder(lastFolder(keys::backUpFolder))
-    , m_allPicture(new QRadioButton(
+    , m_plainName(asFileName(backUpDirectoryName(now())))
+    , m_backUpOptionAllPicture(new QRadioButton(
           tr("&All pictures, and the selected recordings (%1)").arg(locale().toString(m_selected.size()))))
-    , m_noPicture(new QRadioButton(
+    , m_backUpOptionNoPicture(new QRadioButton(
           tr("&No pictures, only the selected recordings (%1)").arg(locale().toString(m_selected.size()))))
-    , m_onlyPicture(new QRadioButton(tr("&Only all pictures")))
+    , m_backUpOptionOnlyPicture(new QRadioButton(tr("&Only all pictures")))
+    , m_backUpOptionLabel(new QLabel(tr("What is copied:")))
     , m_folder(new PathField)
     , m_name(new QLineEdit)
-    , m_readBack(new QCheckBox(tr("&Read the copies back and compare")))
+    , m_readBack(new SwitchBox(tr("&Read the copies back and compare")))
     , m_free(new QLabel)
     , m_required(new QLabel)
     , m_problem(new ProblemLabel)
@@ -55,17 +56,22 @@ BackUpSheet::BackUpSheet(DCFList selected, DCFList arranged, const QString& card
     column->addWidget(m_problem);
     addButtons(*column);
     m_folder->setPath(m_lastFolder);
-    proposeName();
-    optionDidChange();
+    backUpOptionChanged();
 }
 
 void BackUpSheet::addOptions(QVBoxLayout& column)
 {
-    column.addWidget(new QLabel(tr("What is copied:")));
-    m_allPicture->setChecked(true);
-    for (QRadioButton* option : {m_allPicture, m_noPicture, m_onlyPicture}) {
+    column.addWidget(m_backUpOptionLabel);
+    m_backUpOptionAllPicture->setChecked(true);
+    for (QRadioButton* option : {m_backUpOptionAllPicture, m_backUpOptionNoPicture, m_backUpOptionOnlyPicture}) {
         column.addWidget(option);
-        connect(option, &QRadioButton::toggled, this, &BackUpSheet::optionDidChange);
+        connect(option, &QRadioButton::toggled, this, &BackUpSheet::backUpOptionChanged);
+    }
+    // Who knows of no selection thinks that this copies the card.
+    if (m_selected.size() < m_arranged.size()) {
+        column.addWidget(
+            makeHint(tr("%1 of %2 recordings are selected; Ctrl+A in the list selects all.")
+                         .arg(locale().toString(m_selected.size()), locale().toString(m_arranged.size()))));
     }
 }
 
@@ -74,7 +80,7 @@ void BackUpSheet::addTarget(QVBoxLayout& column)
     addField(column, tr("In the &folder:"), m_folder);
     addField(column, tr("As a new folder with the na&me:"), m_name);
     m_folder->line()->setAccessibleName(tr("Folder"));
-    connect(m_folder, &PathField::changed, this, &BackUpSheet::refresh);
+    connect(m_folder, &PathField::changed, this, &BackUpSheet::panelDidChangeToDirectoryURL);
     connect(m_folder, &PathField::browseRequested, this, &BackUpSheet::browse);
     connect(m_name, &QLineEdit::textChanged, this, &BackUpSheet::refresh);
 }
@@ -104,14 +110,17 @@ void BackUpSheet::addButtons(QVBoxLayout& column)
 
 void BackUpSheet::proposeName()
 {
-    const QString proposed = asFileName(backUpDirectoryName(now()));
-    m_name->setText(files::nameOf(freePath(m_lastFolder, proposed, {})));
+    if (m_name->text() != m_proposedName)
+        return; // it is the user's own
+    m_proposedName = files::nameOf(freePath(folder(), m_plainName, {}));
+    m_name->setText(m_proposedName);
     m_name->setCursorPosition(0);
 }
 
 BackUpOptionState BackUpSheet::optionState() const
 {
-    return {m_allPicture->isChecked(), m_noPicture->isChecked(), m_onlyPicture->isChecked()};
+    return {m_backUpOptionAllPicture->isChecked(), m_backUpOptionNoPicture->isChecked(),
+            m_backUpOptionOnlyPicture->isChecked()};
 }
 
 BackUpList BackUpSheet::items() const
@@ -137,13 +146,19 @@ bool BackUpSheet::event(QEvent* event)
     return QDialog::event(event);
 }
 
-void BackUpSheet::optionDidChange()
+void BackUpSheet::backUpOptionChanged()
 {
     m_requiredBytes = totalSelectedFileSizeForInfos(items());
     refresh();
 }
 
-bool BackUpSheet::fits() const
+void BackUpSheet::panelDidChangeToDirectoryURL()
+{
+    proposeName();
+    refresh();
+}
+
+bool BackUpSheet::panelValidateURL() const
 {
     return hasFreeForTargetSize(m_freeBytes, m_requiredBytes);
 }
@@ -151,8 +166,9 @@ bool BackUpSheet::fits() const
 QString BackUpSheet::whyNot() const
 {
     if (items().empty())
-        return m_selected.empty() && !m_onlyPicture->isChecked() ? tr("No recording is selected.")
-                                                                 : tr("There are no pictures on this card.");
+        return m_selected.empty() && !m_backUpOptionOnlyPicture->isChecked()
+                   ? tr("No recording is selected.")
+                   : tr("There are no pictures on this card.");
     if (m_name->text().contains(u'/'))
         return tr("A folder's name can't hold a slash.");
     return targetPath().isEmpty() ? QString() : whyNoBackUpAt(targetPath(), m_cardPath);
@@ -164,8 +180,8 @@ void BackUpSheet::refresh()
         return; // not complete yet
     updateDiskRequireValueLabel();
     const QString why = whyNot();
-    m_problem->setText(why);
-    m_execute->setEnabled(why.isEmpty() && !targetPath().isEmpty());
+    m_problem->showProblem(why);
+    m_execute->setEnabled(why.isEmpty() && !targetPath().isEmpty() && panelValidateURL());
 }
 
 void BackUpSheet::updateDiskRequireValueLabel()
@@ -173,8 +189,8 @@ void BackUpSheet::updateDiskRequireValueLabel()
     m_freeBytes = freeSizeAtVolume(folder());
     m_free->setText(dataSizeText(m_freeBytes));
     m_required->setText(dataSizeText(m_requiredBytes));
-    m_free->setForegroundRole(fits() ? QPalette::WindowText : QPalette::BrightText);
-    m_free->setToolTip(fits() ? QString() : tr("It must be more than the required size and 1 MiB."));
+    m_free->setForegroundRole(panelValidateURL() ? QPalette::WindowText : QPalette::BrightText);
+    m_free->setToolTip(panelValidateURL() ? QString() : tr("It must be more than the required size and 1 MiB."));
 }
 
 void BackUpSheet::browse()
@@ -190,7 +206,7 @@ void BackUpSheet::browse()
 void BackUpSheet::accept()
 {
     refresh(); // the disks may have changed since
-    if (!m_execute->isEnabled() || !fits())
+    if (!m_execute->isEnabled())
         return;
     const QString path = targetPath();
     if (isFilledFolder(path))
@@ -201,18 +217,13 @@ void BackUpSheet::accept()
 
 void BackUpSheet::askToUse(const QString& path)
 {
-    auto* box = new QMessageBox(
-        QMessageBox::Warning, windowTitle(),
-        tr("“%1” is there already and isn't empty. Back up into it?").arg(files::displayPath(files::nameOf(path))),
-        QMessageBox::Cancel, this);
-    box->setTextFormat(Qt::PlainText);
-    box->setInformativeText(tr("If the backup fails or is cancelled, the whole folder is removed with everything that "
-                               "is in it, also what was there before."));
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    QPushButton* use = box->addButton(tr("&Use This Folder"), QMessageBox::AcceptRole);
-    box->setDefaultButton(QMessageBox::Cancel);
-    connect(use, &QPushButton::clicked, this, [this, path] { finish(path); });
-    box->open();
+    const QString name = files::displayPath(files::nameOf(path));
+    askToReplace(*this,
+                 {windowTitle(), tr("“%1” is there already and isn't empty. Back up into it?").arg(name),
+                  tr("If the backup fails or is cancelled, the whole folder is removed with everything that is in it, "
+                     "also what was there before."),
+                  tr("&Use This Folder")},
+                 [this, path] { finish(path); });
 }
 
 void BackUpSheet::finish(const QString& path)

@@ -5,7 +5,6 @@
 
 #include <QDialog>
 
-class QCheckBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
@@ -17,6 +16,7 @@ namespace cardreel {
 
 class PathField;
 class ProblemLabel;
+class SwitchBox;
 
 /// Asks what of a card is copied, and into which new folder. What doesn't fit isn't begun, and the user is asked before
 /// a folder is used that holds something. Destroys itself when closed. Interface thread.
@@ -50,10 +50,13 @@ private:
     void addButtons(QVBoxLayout& column);
     BackUpList items() const;
     QString folder() const;
+    /// One that is free in the folder, unless the user has written another.
     void proposeName();
-    bool fits() const;
     QString whyNot() const;
-    void optionDidChange();
+    void backUpOptionChanged();
+    void panelDidChangeToDirectoryURL();
+    /// Whether it fits. What else is in the way keeps the button from being pressed.
+    bool panelValidateURL() const;
     void refresh();
     void updateDiskRequireValueLabel();
     void browse();
@@ -64,12 +67,15 @@ private:
     DCFList m_arranged;
     QString m_cardPath;
     QString m_lastFolder; ///< in which a folder that is no path from the root on lies
-    QRadioButton* m_allPicture;
-    QRadioButton* m_noPicture;
-    QRadioButton* m_onlyPicture;
+    QString m_plainName;  ///< what is proposed where no folder has this name
+    QString m_proposedName;
+    QRadioButton* m_backUpOptionAllPicture;
+    QRadioButton* m_backUpOptionNoPicture;
+    QRadioButton* m_backUpOptionOnlyPicture;
+    QLabel* m_backUpOptionLabel;
     PathField* m_folder;
     QLineEdit* m_name;
-    QCheckBox* m_readBack;
+    SwitchBox* m_readBack;
     QLabel* m_free;
     QLabel* m_required;
     ProblemLabel* m_problem;

@@ -5,7 +5,6 @@
 #include "app/export/TargetPlace.h"
 #include "export/ExportDates.h"
 #include "export/ImageCapture.h"
-#include "media/CustomPointAnnotation.h"
 #include "platform/BackgroundQueue.h"
 #include "platform/InterfaceThread.h"
 #include "platform/files/Files.h"
@@ -16,7 +15,6 @@
 
 #include <QFileDialog>
 #include <QMessageBox>
-#include <QPushButton>
 
 #include <cmath>
 #include <utility>
@@ -29,16 +27,6 @@ namespace {
 
 const QString jpg = QStringLiteral("jpg");
 const QString png = QStringLiteral("png");
-
-/// Where the vehicle was, also while the map doesn't show it.
-std::optional<CustomLocation> locationOf(const CustomPointAnnotation* marker, Instant date)
-{
-    if (!marker)
-        return {};
-    const CustomLocation location({marker->coordinate.latitude, marker->coordinate.longitude}, 0, 1.0, 0,
-                                  marker->direction, static_cast<double>(marker->speed), date);
-    return location.isValid() ? std::optional(location) : std::nullopt;
-}
 
 QString startFolder()
 {
@@ -59,7 +47,7 @@ QString breakable(const QString& path)
 
 QMessageBox* makeBox(QMessageBox::Icon icon, const QString& text, const QString& informativeText, QWidget& window)
 {
-    auto* box = new QMessageBox(icon, CapturePanel::tr("Capture Picture"), text, QMessageBox::NoButton, &window);
+    auto* box = new QMessageBox(icon, CapturePanel::tr("Capture Picture"), text, QMessageBox::Ok, &window);
     box->setAttribute(Qt::WA_DeleteOnClose);
     box->setTextFormat(Qt::PlainText);
     box->setInformativeText(informativeText);
@@ -88,16 +76,25 @@ QString CapturePanel::withPictureExtension(const QString& path, const QString& e
 void CapturePanel::begin(ZoomPlayerViewController* pane, const ZoomPlayerViewController::SnapRequest& request)
 {
     if (std::exchange(m_isAsking, true))
-        return;
+        return pane->forgetSnap();
     const Instant date(std::chrono::milliseconds(std::llround(m_controller.userDate() * 1000)));
     const auto capture =
-        std::make_shared<const Capture>(Capture{pane, request, locationOf(m_map.userLocation(), date)});
+        std::make_shared<const Capture>(Capture{pane, request, ImageCapture::locationOf(m_map.userLocation(), date)});
     // A camera that played on would take the other along.
     for (PlayerPane* player : m_controller.playerVCs()) {
         if (player)
             player->pause();
     }
-    ask(capture, freePath(startFolder(), asFileName(captureImageFileName(date)), u'.' + jpg));
+    ask(capture, proposedPath(asFileName(captureImageFileName(date))));
+}
+
+/// The other camera's picture of this moment may still be on its way to the disk.
+QString CapturePanel::proposedPath(const QString& name) const
+{
+    QString path = freePath(startFolder(), name, u'.' + jpg);
+    for (int number = 2; m_saving.contains(path); ++number)
+        path = freePath(startFolder(), name + u' ' + QString::number(number), u'.' + jpg);
+    return path;
 }
 
 void CapturePanel::ask(const SharedCapture& capture, const QString& proposedPath)
@@ -139,7 +136,7 @@ void CapturePanel::chosen(const SharedCapture& capture, const QString& path)
 {
     if (wouldLieWithin(path, m_controller.rootPath()))
         refuse(capture, path);
-    else if (files::exists(path))
+    else if (files::exists(path) || m_saving.contains(path))
         confirm(capture, path);
     else
         save(capture, path);
@@ -149,7 +146,6 @@ void CapturePanel::refuse(const SharedCapture& capture, const QString& path)
 {
     QMessageBox* box = makeBox(QMessageBox::Information, tr("The card is never changed."),
                                tr("Choose a folder that isn't on the card."), m_window);
-    box->addButton(QMessageBox::Ok);
     connect(box, &QMessageBox::finished, this,
             [this, capture, path] { ask(capture, files::join(startFolder(), files::nameOf(path))); });
     box->open();
@@ -158,17 +154,12 @@ void CapturePanel::refuse(const SharedCapture& capture, const QString& path)
 void CapturePanel::confirm(const SharedCapture& capture, const QString& path)
 {
     const QString name = files::displayPath(files::nameOf(path));
-    QMessageBox* box = makeBox(QMessageBox::Warning, tr("“%1” is there already.").arg(name),
-                               tr("The new picture would take its place."), m_window);
-    const QPushButton* replace = box->addButton(tr("Replace"), QMessageBox::DestructiveRole);
-    box->setDefaultButton(box->addButton(QMessageBox::Cancel));
-    connect(box, &QMessageBox::finished, this, [this, box, replace, capture, path] {
-        if (box->clickedButton() == replace)
-            save(capture, path);
-        else
-            ask(capture, path);
-    });
-    box->open();
+    const ReplaceQuestion question{tr("Capture Picture"), tr("“%1” is there already.").arg(name),
+                                   tr("The new picture would take its place."), tr("Replace")};
+    // The panel and its window go together.
+    askToReplace(
+        m_window, question, [this, capture, path] { save(capture, path); },
+        [this, capture, path] { ask(capture, path); });
 }
 
 void CapturePanel::save(const SharedCapture& capture, const QString& path)
@@ -178,6 +169,7 @@ void CapturePanel::save(const SharedCapture& capture, const QString& path)
         return;
     const std::function<QImage()> snapshot = capture->pane->snapshot(capture->request);
     capture->pane->forgetSnap();
+    m_saving.insert(path);
     BackgroundQueue::start(
         [self = QPointer(this), pane = capture->pane, location = capture->location, path, snapshot] {
             const QImage image = snapshot();
@@ -187,22 +179,24 @@ void CapturePanel::save(const SharedCapture& capture, const QString& path)
             else if (const auto error = ImageCapture::writeFileWithCaptureImage(image, location, path))
                 problem = error->text();
             InterfaceThread::callAndWait([&] {
-                if (self && pane)
+                if (self)
                     self->didSave(pane, path, problem);
             });
         },
         BackgroundQueue::Priority::Soon);
 }
 
-void CapturePanel::didSave(ZoomPlayerViewController* pane, const QString& path, const QString& problem)
+void CapturePanel::didSave(const ZoomPlayerViewController* pane, const QString& path, const QString& problem)
 {
+    m_saving.remove(path);
+    if (!pane)
+        return;
     if (problem.isEmpty()) {
         UserDefaults::shared().setValue(keys::captureFolder, files::folderOf(path));
         OptionPopover::showPopoverWithTarget(pane->snapChip(), tr("Saved to %1").arg(breakable(path)));
         return;
     }
     QMessageBox* box = makeBox(QMessageBox::Critical, tr("The picture couldn't be saved."), problem, m_window);
-    box->addButton(QMessageBox::Ok);
     box->open();
 }
 

@@ -6,6 +6,7 @@
 
 #include <QObject>
 #include <QPointer>
+#include <QSet>
 
 #include <array>
 #include <memory>
@@ -50,12 +51,14 @@ private:
     void refuse(const SharedCapture& capture, const QString& path);
     void confirm(const SharedCapture& capture, const QString& path);
     void save(const SharedCapture& capture, const QString& path);
-    void didSave(ZoomPlayerViewController* pane, const QString& path, const QString& problem);
+    void didSave(const ZoomPlayerViewController* pane, const QString& path, const QString& problem);
+    QString proposedPath(const QString& name) const;
 
     MediaController& m_controller;
     const MapPane& m_map;
     QWidget& m_window;
     bool m_isAsking = false;
+    QSet<QString> m_saving; ///< paths of pictures that aren't on the disk yet
 };
 
 } // namespace cardreel

@@ -62,7 +62,8 @@ void CardJobs::exportRoute()
 {
     if (!canBegin())
         return;
-    // The sheet keeps what is selected now: the clock goes on selecting.
+    // The list neither sorts nor filters: what it shows is the media tree. The sheet keeps what is selected now, for
+    // the clock goes on selecting.
     auto* sheet =
         new ExportSheet(m_controller.selectedDCFs(), m_controller.mediaTree(), m_controller.rootPath(), &m_window);
     connect(sheet, &ExportSheet::chosen, this, &CardJobs::runExport);
@@ -117,6 +118,7 @@ ProgressSheet* CardJobs::showProgress(Kind kind, const QString& title, qsizetype
     connect(sheet, &ProgressSheet::didEnd, this, [this] {
         if (m_question)
             m_question->reject(); // there is nothing to ask any more
+        Q_EMIT jobDidEnd();
     });
     connect(sheet, &QDialog::finished, this, [this] {
         m_controller.closeProgress();

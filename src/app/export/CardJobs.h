@@ -53,6 +53,8 @@ public:
     QMessageBox* askBelow(QWidget& window, int jobs, const QString& stopText, std::function<void()> agreed) const;
 
 Q_SIGNALS:
+    /// The job is over, its sheet may still tell how it went.
+    void jobDidEnd();
     /// Isn't active any more.
     void didEnd();
 

@@ -2,6 +2,7 @@
 
 #include "app/WindowKeys.h"
 #include "app/export/SheetParts.h"
+#include "app/lists/RecordingListModel.h"
 #include "app/settings/MenuBox.h"
 #include "media/DCFInfo.h"
 #include "platform/files/Files.h"
@@ -11,14 +12,12 @@
 #include <QDialogButtonBox>
 #include <QFileDialog>
 #include <QLocale>
-#include <QMessageBox>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
 
 #include <algorithm>
-#include <array>
 #include <utility>
 
 using namespace Qt::StringLiterals;
@@ -27,11 +26,9 @@ namespace cardreel {
 
 namespace {
 
-constexpr std::array formats = {ExportFormat::Kml, ExportFormat::Kmz, ExportFormat::Gpx};
-
 QString nameOf(ExportFormat format)
 {
-    return extensionOf(format).sliced(1).toUpper();
+    return extensionOf(format).toUpper();
 }
 
 QString hintOf(ExportFormat format)
@@ -47,12 +44,13 @@ QString hintOf(ExportFormat format)
     return ExportSheet::tr("Routes by day and events, for globes and map programs.");
 }
 
-/// Of a recording's own clock; empty when it has none.
+/// The day under which the list has it; empty when it has none.
 QString dayOf(const DCFInfo& recording)
 {
-    if (recording.fileDate == Instant{})
+    const Instant time = recorderTimeOf(recording);
+    if (time == Instant{})
         return {};
-    return DateText::patterned(u"yyyy-MM-dd"_s, u"en_US_POSIX"_s, TimeZone::Utc).text(recording.fileDate);
+    return DateText::patterned(u"yyyy-MM-dd"_s, u"en_US_POSIX"_s, TimeZone::Utc).text(time);
 }
 
 } // namespace
@@ -96,7 +94,7 @@ void ExportSheet::addRecordings(QVBoxLayout& column)
 
 void ExportSheet::addTarget(QVBoxLayout& column)
 {
-    for (const ExportFormat format : formats)
+    for (const ExportFormat format : exportFormats)
         m_format->addItem(nameOf(format));
     addField(column, tr("&Format:"), m_format);
     column.addWidget(m_formatHint);
@@ -114,12 +112,12 @@ QString ExportSheet::proposedPath() const
     QString name = card.isEmpty() ? tr("Route") : card;
     if (const QString day = dayOf(*m_allRecordings.front()); !day.isEmpty())
         name += u' ' + day;
-    return freePath(m_folder, name, extensionOf(format()));
+    return freePath(m_folder, name, u'.' + extensionOf(format()));
 }
 
 ExportFormat ExportSheet::format() const
 {
-    return formats[static_cast<size_t>(m_format->currentIndex())];
+    return exportFormats[static_cast<size_t>(m_format->currentIndex())];
 }
 
 void ExportSheet::setFormat(ExportFormat format)
@@ -131,17 +129,16 @@ void ExportSheet::setFormat(ExportFormat format)
 
 QString ExportSheet::targetPath() const
 {
-    const QString path = fullPath(m_path->path(), m_folder);
-    return files::nameOf(path).isEmpty() ? QString() : withExtension(path, format());
+    const QString typed = m_path->path();
+    // What ends in a slash is a folder without a file's name yet.
+    return files::nameOf(typed).isEmpty() ? QString() : withExtension(fullPath(typed, m_folder), format());
 }
 
 /// The extension decides; while there is none that says anything, the menu does.
 void ExportSheet::pathDidChange()
 {
-    for (const ExportFormat format : formats) {
-        if (hasExtension(m_path->path(), format))
-            setFormat(format);
-    }
+    if (isExportName(m_path->path()))
+        setFormat(formatOf(m_path->path()));
     refresh();
 }
 
@@ -156,7 +153,7 @@ void ExportSheet::refresh()
 {
     const QString path = targetPath();
     const QString why = path.isEmpty() ? QString() : whyNoFileAt(path, m_cardPath);
-    m_problem->setText(why);
+    m_problem->showProblem(why);
     if (m_export)
         m_export->setEnabled(!path.isEmpty() && why.isEmpty());
 }
@@ -170,7 +167,7 @@ void ExportSheet::browse()
     const auto suffix = [dialog] {
         const QStringList filters = dialog->nameFilters();
         const auto index = static_cast<size_t>(std::max<qsizetype>(filters.indexOf(dialog->selectedNameFilter()), 0));
-        dialog->setDefaultSuffix(extensionOf(formats[index]).sliced(1));
+        dialog->setDefaultSuffix(extensionOf(exportFormats[index]));
     };
     dialog->selectNameFilter(dialog->nameFilters().at(static_cast<qsizetype>(format())));
     suffix();
@@ -192,22 +189,14 @@ void ExportSheet::accept()
         return;
     const QString path = targetPath();
     if (files::exists(path) && path != m_replaceable)
-        askToReplace(path);
+        askToReplace(*this,
+                     {windowTitle(),
+                      tr("“%1” is there already. Replace it?").arg(files::displayPath(files::nameOf(path))),
+                      {},
+                      tr("&Replace")},
+                     [this, path] { finish(path); });
     else
         finish(path);
-}
-
-void ExportSheet::askToReplace(const QString& path)
-{
-    auto* box = new QMessageBox(QMessageBox::Warning, windowTitle(),
-                                tr("“%1” is there already. Replace it?").arg(files::displayPath(files::nameOf(path))),
-                                QMessageBox::Cancel, this);
-    box->setTextFormat(Qt::PlainText);
-    box->setAttribute(Qt::WA_DeleteOnClose);
-    QPushButton* replace = box->addButton(tr("&Replace"), QMessageBox::AcceptRole);
-    box->setDefaultButton(QMessageBox::Cancel);
-    connect(replace, &QPushButton::clicked, this, [this, path] { finish(path); });
-    box->open();
 }
 
 void ExportSheet::finish(const QString& path)

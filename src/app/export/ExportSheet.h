@@ -47,7 +47,6 @@ private:
     void formatDidChange();
     void refresh();
     void browse();
-    void askToReplace(const QString& path);
     void finish(const QString& path);
 
     DCFList m_selectedRecordings;

@@ -82,28 +82,34 @@ void ProgressSheet::setProgress(double fraction)
     m_reckoned.jobDidReach(fraction, m_sinceStart.elapsed());
 }
 
-void ProgressSheet::setInfoText(const QString& text)
+void ProgressSheet::setItem(const QString& name)
 {
-    m_infoText = text;
-    m_item->setText(m_item->fontMetrics().elidedText(text, Qt::ElideMiddle, sheetWidth));
-    if (text.isEmpty() || m_itemNumber == m_itemCount)
-        return; // the last text isn't an item's
+    setInfoText(name);
     ++m_itemNumber;
     m_count->setText(tr("%1 of %2", "items").arg(locale().toString(m_itemNumber), locale().toString(m_itemCount)));
 }
 
+void ProgressSheet::setInfoText(const QString& text)
+{
+    m_infoText = text;
+    m_item->setText(m_item->fontMetrics().elidedText(text, Qt::ElideMiddle, sheetWidth));
+}
+
 void ProgressSheet::showTimeLeft()
 {
-    if (const std::optional<int> minutes = m_reckoned.minutes(m_sinceStart.elapsed()))
-        m_timeLeft->setText(*minutes == 0 ? tr("less than a minute left")
-                                          : tr("about %n minute(s) left", nullptr, *minutes));
+    const std::optional<int> minutes = m_reckoned.minutes(m_sinceStart.elapsed());
+    m_timeLeft->setText(!minutes        ? QString()
+                        : *minutes == 0 ? tr("less than a minute left")
+                                        : tr("about %n minute(s) left", nullptr, *minutes));
 }
 
 void ProgressSheet::jobDidEnd(const QString& path, const QString& problem)
 {
     m_eachSecond.stop();
     m_timeLeft->clear();
-    m_problem->setText(problem);
+    if (path.isEmpty())
+        m_bar->setValue(0); // a full one would say that it went well
+    m_problem->showProblem(problem);
     m_problem->setVisible(!problem.isEmpty());
     if (!path.isEmpty()) {
         QPushButton* show = m_buttons->addButton(tr("&Show in Folder"), QDialogButtonBox::ActionRole);
@@ -123,7 +129,7 @@ QString ProgressSheet::countText() const
 
 QString ProgressSheet::problemText() const
 {
-    return m_problem->text();
+    return m_problem->problem();
 }
 
 } // namespace cardreel

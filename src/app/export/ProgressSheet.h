@@ -14,6 +14,8 @@ class QPushButton;
 
 namespace cardreel {
 
+class ProblemLabel;
+
 /// Shows how far a job has come, lets the user cancel it, and says at the end how it went. It lies over its window and
 /// leaves that usable, for a job may be long, and a window that is locked by a sheet couldn't be closed. However it is
 /// closed, finished() tells, and what still runs is then cancelled by who listens. Destroys itself when closed.
@@ -23,10 +25,11 @@ class ProgressSheet : public QDialog, public ProgressPane
     Q_OBJECT
 
 public:
-    /// For a job on so many items, each of which is named once by setInfoText().
+    /// For a job on so many items.
     ProgressSheet(const QString& title, qsizetype itemCount, QWidget* parent);
 
     void setProgress(double fraction) override;
+    void setItem(const QString& name) override;
     void setInfoText(const QString& text) override;
     void jobDidEnd(const QString& path, const QString& problem) override;
     void dismiss() override { reject(); }
@@ -48,7 +51,7 @@ private:
     QProgressBar* m_bar;
     QLabel* m_count;
     QLabel* m_timeLeft;
-    QLabel* m_problem;
+    ProblemLabel* m_problem;
     QDialogButtonBox* m_buttons;
     QPushButton* m_close = nullptr;
     qsizetype m_itemCount;

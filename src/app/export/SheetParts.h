@@ -4,6 +4,8 @@
 #include <QLineEdit>
 #include <QStandardPaths>
 
+#include <functional>
+
 class QDialog;
 class QFileDialog;
 class QPushButton;
@@ -21,13 +23,23 @@ void addField(QVBoxLayout& column, const QString& name, QWidget* field);
 /// Text that explains what stands above it.
 QLabel* makeHint(const QString& text = {});
 
-/// Text that says what is in the way, with room for two lines, so that nothing moves when it comes.
+/// Text that says what is in the way, with room for two lines, so that nothing moves when it comes. Long ones, with a
+/// path in them, lose their middle.
 class ProblemLabel : public QLabel
 {
     Q_OBJECT
 
 public:
     explicit ProblemLabel(QWidget* parent = nullptr);
+
+    void showProblem(const QString& text);
+    const QString& problem() const { return m_problem; }
+
+protected:
+    bool event(QEvent* event) override;
+
+private:
+    QString m_problem;
 };
 
 /// A path to type, and a button beside it that opens a panel.
@@ -52,5 +64,19 @@ private:
 
 /// The last folder of its kind that the user chose, if it is still there, else the user's own for such files or home.
 QString lastFolder(const QString& key, QStandardPaths::StandardLocation usual = QStandardPaths::DocumentsLocation);
+
+/// What is asked before something of the user's is lost.
+struct ReplaceQuestion
+{
+    QString title;
+    QString text;
+    QString consequence; ///< may be empty
+    QString agreeText;   ///< on the button
+};
+
+/// Asks over a sheet or a window without waiting; Return and Escape mean no. One of the two is called, unless `parent`
+/// goes first.
+void askToReplace(QWidget& parent, const ReplaceQuestion& question, std::function<void()> agreed,
+                  std::function<void()> refused = {});
 
 } // namespace cardreel

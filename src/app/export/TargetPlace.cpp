@@ -7,8 +7,6 @@
 #include <QDir>
 #include <QRegularExpression>
 
-#include <algorithm>
-#include <array>
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -17,8 +15,6 @@ using namespace Qt::StringLiterals;
 namespace cardreel {
 
 namespace {
-
-constexpr std::array formats = {ExportFormat::Kml, ExportFormat::Kmz, ExportFormat::Gpx};
 
 struct PlaceTexts
 {
@@ -44,35 +40,13 @@ bool isWritable(const QString& folder)
 
 } // namespace
 
-QString extensionOf(ExportFormat format)
-{
-    switch (format) {
-    case ExportFormat::Kmz:
-        return u".kmz"_s;
-    case ExportFormat::Gpx:
-        return u".gpx"_s;
-    case ExportFormat::Kml:
-        break;
-    }
-    return u".kml"_s;
-}
-
-bool hasExtension(const QString& path, ExportFormat format)
-{
-    return path.endsWith(extensionOf(format), Qt::CaseInsensitive);
-}
-
-bool hasExportExtension(const QString& path)
-{
-    return std::any_of(formats.begin(), formats.end(), [&](ExportFormat format) { return hasExtension(path, format); });
-}
-
 QString withExtension(const QString& path, ExportFormat format)
 {
-    if (path.isEmpty() || hasExtension(path, format))
+    const bool isNamed = isExportName(path);
+    if (path.isEmpty() || (isNamed && formatOf(path) == format))
         return path;
     const QString extension = extensionOf(format); // all are equally long
-    return hasExportExtension(path) ? path.chopped(extension.size()) + extension : path + extension;
+    return isNamed ? path.chopped(extension.size()) + extension : path + u'.' + extension;
 }
 
 QString fullPath(const QString& typed, const QString& folder)

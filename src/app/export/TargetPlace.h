@@ -1,18 +1,13 @@
 #pragma once
 
+#include "export/ExportFormat.h"
+
 #include <QString>
 
 /// What can be said of the place that the user names for an export or a backup, before anything is written there. No
 /// state; any thread.
 namespace cardreel {
 
-enum class ExportFormat { Kml, Kmz, Gpx };
-
-/// With the point.
-QString extensionOf(ExportFormat format);
-/// By the name's extension, in capitals or not; false when it is another or none.
-bool hasExtension(const QString& path, ExportFormat format);
-bool hasExportExtension(const QString& path);
 /// The path with the format's extension in place of another format's; any other name gets it in addition. Empty stays
 /// empty.
 QString withExtension(const QString& path, ExportFormat format);

@@ -19,9 +19,9 @@ void TimeLeft::jobDidReach(double fraction, qint64 nowMs)
 
 std::optional<int> TimeLeft::minutes(qint64 nowMs)
 {
-    if (!m_endMs || nowMs < earliestMs)
+    if (!m_endMs || nowMs < earliestMs || nowMs > *m_endMs)
         return std::nullopt;
-    const double left = static_cast<double>(std::max<qint64>(*m_endMs - nowMs, 0)) / minuteMs;
+    const double left = static_cast<double>(*m_endMs - nowMs) / minuteMs;
     // A minute and three quarters are about two, but three quarters are less than one.
     const int minutes = left < 1 ? 0 : qRound(left);
     if (!m_told || minutes < *m_told || left > *m_told + 1.5)

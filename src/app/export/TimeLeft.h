@@ -14,8 +14,8 @@ public:
     /// The job has come so far, 0 to 1.
     void jobDidReach(double fraction, qint64 nowMs);
 
-    /// Whole minutes, 0 for less than one; nothing while it is too early to say. What was told goes up only when it was
-    /// clearly wrong.
+    /// Whole minutes, 0 for less than one; nothing while it is too early to say, or when an item takes longer than the
+    /// others let expect. What was told goes up only when it was clearly wrong.
     std::optional<int> minutes(qint64 nowMs);
 
 private:

@@ -12,11 +12,6 @@ namespace cardreel {
 
 namespace {
 
-Instant recorderTimeOf(const DCFInfo& dcf)
-{
-    return recorderDate(dcf.deltaPath).value_or(dcf.fileDate);
-}
-
 QString detailOf(const DCFInfo& dcf)
 {
     const QString cameras =
@@ -40,6 +35,11 @@ QString kindText(const QString& eventName)
             return localizedText(key);
     }
     return {};
+}
+
+Instant recorderTimeOf(const DCFInfo& dcf)
+{
+    return recorderDate(dcf.deltaPath).value_or(dcf.fileDate);
 }
 
 RecordingListModel::RecordingListModel(QObject* parent)

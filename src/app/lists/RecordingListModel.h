@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Instant.h"
+
 #include <QAbstractListModel>
 #include <QHash>
 
@@ -41,6 +43,9 @@ private:
     std::vector<Row> m_rows;
     QHash<const DCFInfo*, int> m_rowOf;
 };
+
+/// When a recording was made by its recorder's clock, as the list says it; Instant{} when nothing tells.
+Instant recorderTimeOf(const DCFInfo& dcf);
 
 /// The user's word for a kind of recording; empty for ordinary ones.
 QString kindText(const QString& eventName);

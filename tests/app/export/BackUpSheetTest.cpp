@@ -3,6 +3,7 @@
 #include "JobParts.h"
 #include "media/DCFInfo.h"
 #include "media/PictureInfo.h"
+#include "platform/files/Files.h"
 #include "platform/text/UnitText.h"
 
 #include <QCheckBox>
@@ -51,8 +52,6 @@ private Q_SLOTS:
         QTest::addColumn<size_t>("items");
         QTest::addColumn<quint64>("bytes");
         QTest::newRow("all pictures") << AllPicture << size_t(1) << size_t(3) << quint64(1'040'000);
-        QTest::newRow("all pictures, none selected") << AllPicture << size_t(0) << size_t(2) << quint64(40'000);
-        QTest::newRow("no picture") << NoPicture << size_t(2) << size_t(2) << quint64(2'000'000);
         QTest::newRow("no picture, none selected") << NoPicture << size_t(0) << size_t(0) << quint64(0);
         QTest::newRow("only pictures") << OnlyPicture << size_t(2) << size_t(2) << quint64(40'000);
     }
@@ -65,6 +64,9 @@ private Q_SLOTS:
         m_sheet->findChildren<QRadioButton*>().at(option)->setChecked(true);
         QFETCH(quint64, bytes);
         QVERIFY(shows(dataSizeText(bytes)));
+        QCOMPARE(shows(BackUpSheet::tr("%1 of %2 recordings are selected; Ctrl+A in the list selects all.")
+                           .arg(QLocale().toString(selected), QLocale().toString(2))),
+                 selected < 2);
         // Nothing is what nobody would want to copy.
         QCOMPARE(execute()->isEnabled(), items > 0);
         QCOMPARE(problemOf(m_sheet.get()) == BackUpSheet::tr("No recording is selected."), items == 0);
@@ -77,8 +79,8 @@ private Q_SLOTS:
     {
         m_recordings[0]->fileSize = quint64(1) << 60;
         makeSheet(1);
-        QVERIFY(execute()->isEnabled());
-        execute()->click();
+        QVERIFY(!execute()->isEnabled());
+        m_sheet->accept();
         QVERIFY(m_items.empty() && m_sheet->isVisible());
         QCOMPARE(reds().size(), 1);
         QVERIFY(reds().front()->toolTip().contains(u"1 MiB"_s));
@@ -90,9 +92,19 @@ private Q_SLOTS:
 
     void proposesANewFolder()
     {
-        const QString path = m_sheet->targetPath();
-        QVERIFY(path.startsWith(m_disk->root() + u'/') && !QFile::exists(path));
-        QCOMPARE(path.count(u'/'), m_disk->root().count(u'/') + 1);
+        const QString plain = files::nameOf(m_sheet->targetPath());
+        QCOMPARE(m_sheet->targetPath(), m_disk->path(plain));
+        m_disk->folder(u"empty/"_s + plain);
+        m_disk->folder(u"other/own"_s);
+        const auto nameIn = [&](const QString& folder) {
+            folderField()->setPath(m_disk->path(folder));
+            return files::nameOf(m_sheet->targetPath());
+        };
+        QCOMPARE(nameIn(u"empty"_s), plain + u" 2"_s);
+        QCOMPARE(nameIn(u"other"_s), plain);
+        nameField()->setText(u"own"_s);
+        QCOMPARE(nameIn(u"empty"_s), u"own"_s);
+        QCOMPARE(nameIn(u"other"_s), u"own"_s);
     }
 
     void keepsWhatIsChosen()
@@ -129,7 +141,7 @@ private Q_SLOTS:
         m_card->folder(u"NORMAL"_s);
         m_disk->link(u"disk"_s, ".");
         QVERIFY(QFile::link(m_card->root(), m_disk->path(u"card"_s)));
-        place(folder.isEmpty() ? folder : m_disk->path(folder), name);
+        place(m_disk->path(folder), name);
         QCOMPARE(execute()->isEnabled(), isAllowed);
         QTEST(!problemOf(m_sheet.get()).isEmpty(), "isExplained");
         m_sheet->accept(); // as Return does
@@ -169,11 +181,14 @@ private:
     }
     void place(const QString& folder, const QString& name)
     {
-        m_sheet->findChild<PathField*>()->setPath(folder);
-        for (QLineEdit* line : m_sheet->findChildren<QLineEdit*>()) {
-            if (line != m_sheet->findChild<PathField*>()->line())
-                line->setText(name);
-        }
+        folderField()->setPath(folder);
+        nameField()->setText(name);
+    }
+    PathField* folderField() const { return m_sheet->findChild<PathField*>(); }
+    QLineEdit* nameField() const
+    {
+        const QList<QLineEdit*> lines = m_sheet->findChildren<QLineEdit*>();
+        return lines.front() == folderField()->line() ? lines.back() : lines.front();
     }
     bool shows(const QString& text) const
     {

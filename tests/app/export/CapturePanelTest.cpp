@@ -6,6 +6,8 @@
 #include "media/CustomPointAnnotation.h"
 #include "platform/files/Files.h"
 #include "platform/image/ImageProperties.h"
+#include "platform/video/VideoAsset.h"
+#include "platform/video/VideoItem.h"
 #include "playback/OptionPopover.h"
 #include "views/map/MapVewController.h"
 
@@ -72,15 +74,21 @@ private Q_SLOTS:
         QCOMPARE(dialog->selectedFiles(), QStringList{path});
         const double latitude = std::abs(marker()->coordinate.latitude);
         static_cast<QDialog*>(dialog)->accept();
+        // The other camera's picture gets another name at once.
+        dialog = pressed(rearPane());
+        const QString second = path.chopped(4) + u" 2.jpg"_s;
+        QCOMPARE(dialog->selectedFiles(), QStringList{second});
+        static_cast<QDialog*>(dialog)->accept();
+        WAIT_FOR(QFile::exists(path) && QFile::exists(second));
         WAIT_FOR(m_window->findChild<OptionPopover*>());
         QCOMPARE(QImage(path).size(), QSize(320, 180));
         const QVariantMap gps = imageProperties(path)->value(u"{GPS}"_s).toMap();
         QVERIFY(std::abs(gps.value(u"Latitude"_s).toDouble() - latitude) < 1e-6);
-        // The next one of that moment gets another name.
+        QCOMPARE(QImage(second).size(), rearPane()->currentItem()->asset()->trackSize());
         dialog = pressed(frontPane());
-        QCOMPARE(dialog->selectedFiles(), QStringList{path.chopped(4) + u" 2.jpg"_s});
+        QCOMPARE(dialog->selectedFiles(), QStringList{path.chopped(4) + u" 3.jpg"_s});
         dialog->reject();
-        QCOMPARE(files::names(m_pictures->root()).size(), 1U);
+        QCOMPARE(files::names(m_pictures->root()).size(), 2U);
     }
 
     void placesThatNeedAWord_data()

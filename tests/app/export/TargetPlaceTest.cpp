@@ -40,6 +40,7 @@ private Q_SLOTS:
         QTest::newRow("none") << u"/a/route"_s << u"/a/route.kml"_s << u"/a/route.gpx"_s;
         QTest::newRow("another") << u"/a/b.txt"_s << u"/a/b.txt.kml"_s << u"/a/b.txt.gpx"_s;
         QTest::newRow("capitals") << u"/a/b.KML"_s << u"/a/b.KML"_s << u"/a/b.gpx"_s;
+        QTest::newRow("only a point and") << u"/a/.kml"_s << u"/a/.kml.kml"_s << u"/a/.kml.gpx"_s;
         QTest::newRow("kmz") << u"/a/b.kmz"_s << u"/a/b.kml"_s << u"/a/b.gpx"_s;
         QTest::newRow("twice") << u"b.gpx.gpx"_s << u"b.gpx.kml"_s << u"b.gpx.gpx"_s;
     }

@@ -28,7 +28,7 @@ private Q_SLOTS:
         QTest::newRow("nothing is known") << std::vector<Step>{{-1, 5'000, -1}, {0, 6'000, -1}};
         QTest::newRow("too early") << std::vector<Step>{{0.5, 1'000, -1}, {-1, 2'000, 0}};
         QTest::newRow("time goes by") << std::vector<Step>{
-            {0.25, 60'000, 3}, {-1, 100'000, 2}, {-1, 200'000, 0}, {-1, 900'000, 0}};
+            {0.25, 60'000, 3}, {-1, 100'000, 2}, {-1, 200'000, 0}, {-1, 900'000, -1}};
         QTest::newRow("doesn't waver") << std::vector<Step>{{0.3, 60'000, 2}, {0.26, 60'000, 2}, {0.2, 60'000, 4}};
         QTest::newRow("done") << std::vector<Step>{{1, 60'000, 0}};
         QTest::newRow("beyond") << std::vector<Step>{{1.5, 60'000, 0}};
